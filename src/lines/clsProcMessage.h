@@ -1,0 +1,69 @@
+// The link to one helper program: starts it, talks to it, and starts it again when it has given no life sign for ten
+// seconds. The helper holds the network connection, so a blocking or crashing socket layer stays out of this program.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/FileStore.h"
+#include "platform/MessageLink.h"
+#include "platform/Processes.h"
+
+namespace vorlix {
+
+// Commands of the helper link; they travel in the low three bits of a message's word, the source id above them.
+enum HelperCommand : std::uint32_t {
+  kHelperLine = 1,       // helper to main: a line from the network
+  kHelperLifeSign = 2,   // both: handshake and life sign; the text is a window handle in decimal
+  kHelperNewStart = 4,   // helper to main: start me anew
+  kHelperEnd = 5,        // main to helper: end yourself
+  kHelperConnected = 6,
+  kHelperLost = 7,
+};
+inline constexpr std::uint32_t kHelperCommandMask = 0x07;
+inline constexpr std::uint32_t kHelperSourceMask = 0xF8;
+
+class clsProcMessage {
+ public:
+  static constexpr std::int16_t kWatchdogTicks = 10;
+
+  // All must outlive the object.
+  clsProcMessage(MessageLink& link, Processes& processes, const FileStore& files)
+      : link_(link), processes_(processes), files_(files) {}
+
+  void Init(WindowHandle ownWindow, int source, bool debug, const std::string& path);
+  // Stops watching; the target stays known, so that the helper can still be told to end.
+  void Terminate();
+  bool SendMsgToProc(HelperCommand command, std::string_view text);
+  // Starts the helper if its file exists.
+  bool StartRemoteFile();
+  // Once a second.
+  void TimerTick();
+
+  // A life sign of the helper with its handle in decimal; anything else is ignored. It is answered with our own handle.
+  void LifeSign(MessageLink::Peer peer, const std::string& handle);
+
+  int Source() const { return source_; }
+  bool IsInstalled() const { return installed_; }
+  // The connection that the last life sign came over; 0 before the first.
+  MessageLink::Peer HelperPeer() const { return peer_; }
+
+  // What the helper said last about its connection.
+  bool IsUp = false;
+
+ private:
+  MessageLink& link_;
+  Processes& processes_;
+  const FileStore& files_;
+  WindowHandle target_ = 0;
+  WindowHandle ownWindow_ = 0;
+  int source_ = 0;
+  std::string path_;
+  bool debug_ = false;
+  bool installed_ = false;
+  std::int16_t tickCounter_ = 0;
+  MessageLink::Peer peer_ = 0;
+};
+
+}  // namespace vorlix

@@ -1,0 +1,36 @@
+// The settings that decide which calls a line source passes on, as plain values asked for anew at each line.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/pipeline_ports.h"
+
+namespace vorlix {
+
+struct LineOptions {
+  bool CallMode_CAPI = false;
+  bool AVM_SaveOutgoingCalls = false;
+  bool DebugAVM = false;
+  bool SpezialCuttNull = false;
+  bool NoIntern = false;
+  bool MSNLO = false;
+  int TKnum = 4;
+  int LogCount = 25;  // kilobytes
+  std::string myVWO;
+};
+
+class LineSwitches {
+ public:
+  virtual ~LineSwitches() = default;
+  virtual LineOptions Read() const = 0;
+};
+
+// The number as the pipeline is to get it: a suppressed number travels as the unknown word, and one trailing "0" goes
+// where SpezialCuttNull says so.
+std::string PreparedNumber(std::string_view number, const LineOptions& options);
+
+// Whether a call is passed on: internal numbers and foreign own numbers may be switched off.
+bool IsForwarded(const std::string& number, const std::string& MSN, const LineOptions& options, OwnNumbers& ownNumbers);
+
+}  // namespace vorlix

@@ -1,0 +1,126 @@
+#include "lines/modProcMessage.h"
+
+#include <algorithm>
+#include <array>
+
+#include "services/clsErrorHandling.h"
+
+namespace vorlix {
+namespace {
+
+struct HelperFile {
+  int source;
+  const char* file;
+  int eventUp, eventLost;  // -1: this source sends no events
+};
+
+constexpr std::array<HelperFile, 3> kHelperFiles{{
+    {kSourceAVM, "SocketAVM", kEventRouterUp, kEventRouterLost},
+    {kSourceNCID, "SocketNCID", kEventNCIDUp, kEventNCIDLost},
+    {kSourceTAPI, "SocketTAPI", -1, -1},
+}};
+
+const HelperFile* FileOf(int source) {
+  const auto* found = std::find_if(kHelperFiles.begin(), kHelperFiles.end(),
+                                   [source](const HelperFile& helper) { return helper.source == source; });
+  return found == kHelperFiles.end() ? nullptr : found;
+}
+
+}  // namespace
+
+bool modProcMessage::Socket_Proc_Init(int source) {
+  return Trapped(
+      "modProcMessage.Socket_Proc_Init",
+      [&] {
+        const HelperFile* helper = FileOf(source);
+        if (helper == nullptr) return false;
+        const std::string path = programFolder_ + "/" + helper->file;
+        if (!ports_.files.Stat(path).IsFile()) return false;
+        auto& link = links_[source];
+        link = std::make_unique<clsProcMessage>(ports_.link, ports_.processes, ports_.files);
+        link->Init(ports_.link.Own(), source, false, path);
+        link->StartRemoteFile();
+        return true;
+      },
+      source);
+}
+
+void modProcMessage::Socket_Proc_Terminate() {
+  Trapped("modProcMessage.Socket_Proc_Terminate", [&] {
+    for (auto& [source, link] : links_) {
+      link->Terminate();
+      link->SendMsgToProc(kHelperEnd, {});
+      link->IsUp = false;
+    }
+    ports_.state.SocketConnected = false;
+  });
+}
+
+bool modProcMessage::IsUp(int source) const {
+  const auto link = links_.find(source);
+  return link != links_.end() && link->second->IsUp;
+}
+
+void modProcMessage::TimerTick() {
+  for (auto& [source, link] : links_) {
+    link->TimerTick();
+  }
+}
+
+void modProcMessage::OnMessage(MessageLink::Peer peer, std::uint32_t word, const std::string& text) {
+  Trapped("modProcMessage.ForwardMessages", [&] {
+    const auto link = links_.find(static_cast<int>(word & kHelperSourceMask));
+    if (link == links_.end() || !link->second->IsInstalled()) return;
+    const auto command = static_cast<HelperCommand>(word & kHelperCommandMask);
+    if (command == kHelperLifeSign) {
+      link->second->LifeSign(peer, text);
+    } else {
+      Socket_Proc_Forwarder(*link->second, command, text);
+    }
+  });
+}
+
+void modProcMessage::OnPeerGone(MessageLink::Peer peer) {
+  for (auto& [source, link] : links_) {
+    // A dead helper cannot say that its connection is lost; the watchdog brings it back.
+    if (link->IsInstalled() && link->HelperPeer() == peer && link->IsUp) Lost(*link);
+  }
+}
+
+void modProcMessage::Socket_Proc_Forwarder(clsProcMessage& link, HelperCommand command, const std::string& text) {
+  switch (command) {
+    case kHelperLine:
+      if (const auto receiver = receivers_.find(link.Source()); receiver != receivers_.end()) {
+        receiver->second->GetMessage(text, false);
+      }
+      break;
+    case kHelperNewStart:
+      link.StartRemoteFile();
+      break;
+    case kHelperConnected:
+      Connected(link);
+      break;
+    case kHelperLost:
+      Lost(link);
+      break;
+    default:
+      break;
+  }
+}
+
+void modProcMessage::Connected(clsProcMessage& link) {
+  link.IsUp = true;
+  const HelperFile* helper = FileOf(link.Source());
+  if (helper != nullptr && helper->eventUp >= 0) ports_.events.Tell(link.Source(), helper->eventUp);
+}
+
+void modProcMessage::Lost(clsProcMessage& link) {
+  link.IsUp = false;
+  if (const auto receiver = receivers_.find(link.Source()); receiver != receivers_.end()) {
+    receiver->second->ConnectionLost();
+  }
+  const HelperFile* helper = FileOf(link.Source());
+  if (helper != nullptr && helper->eventLost >= 0) ports_.events.Tell(link.Source(), helper->eventLost);
+}
+
+}  // namespace vorlix

@@ -1,0 +1,32 @@
+#include "platform/posix/PollReactor.h"
+
+namespace vorlix {
+
+std::unique_ptr<Timer> PollReactor::MakeTimer(std::chrono::milliseconds interval, std::function<void()> tick) {
+  return queue_.MakeTimer(interval, std::move(tick));
+}
+
+std::unique_ptr<Watch> PollReactor::WatchDescriptor(int descriptor, std::function<void(Ready)> ready) {
+  return watches_.Add(descriptor, std::move(ready));
+}
+
+void PollReactor::Turn(std::optional<std::chrono::milliseconds> wait) {
+  watches_.Poll(wait);
+  queue_.RunDue();
+  queue_.RunPosts();
+}
+
+void PollReactor::RunPending() {
+  queue_.RunPosts();
+  Turn(std::chrono::milliseconds(0));
+}
+
+void PollReactor::Run() {
+  while (!quit_) {
+    Turn(queue_.MaySleep());
+    ++wakeUps_;
+  }
+  quit_ = false;
+}
+
+}  // namespace vorlix

@@ -1,0 +1,75 @@
+// The message link over sequenced-packet local sockets. A message goes out on a connection that is kept for its target,
+// and the other side answers with one packet when its receiver is done. Connections carry messages one way: two
+// processes that talk to each other hold two.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <sys/types.h>
+#include <vector>
+
+#include "platform/MessageLink.h"
+#include "platform/Reactor.h"
+#include "platform/posix/Descriptor.h"
+
+struct pollfd;
+
+namespace vorlix {
+
+class SocketMessageLink : public MessageLink {
+ public:
+  // The reactor must outlive the link.
+  explicit SocketMessageLink(Reactor& reactor);
+  ~SocketMessageLink() override;
+
+  bool Open(WindowHandle own, Receiver& receiver, bool takeOver = false) override;
+  WindowHandle Own() const override { return own_; }
+  bool OwnsEndpoint() const override;
+  void Close() override;
+  bool Send(WindowHandle target, std::uint32_t word, std::string_view text) override;
+
+ private:
+  struct Inbound;
+  struct Outbound;
+  enum class Outcome { kAnswered, kDead, kNoAnswer };
+  // What was taken in while a Send() waited, or the end of a connection.
+  struct Waiting {
+    Peer peer;
+    bool gone;
+    std::uint32_t word;
+    std::string text;
+  };
+
+  bool Listen(const std::string& path);
+  bool IsAlive(const std::string& path) const;
+  void Accept();
+  void OnReadable(const std::shared_ptr<Inbound>& connection);
+  void TakeIn(const std::shared_ptr<Inbound>& connection);
+  void Drop(const std::shared_ptr<Inbound>& connection);
+  void DeliverLater(Waiting event);
+  void DeliverWaiting();
+
+  Outbound* Connected(WindowHandle target);
+  bool SendPacket(WindowHandle target, std::string_view packet);
+  Outcome Exchange(Outbound& connection, std::string_view packet);
+  void ServeWhileWaiting();
+  void FillDescriptors(int answering);
+
+  Reactor& reactor_;
+  Receiver* receiver_ = nullptr;
+  WindowHandle own_ = 0;
+  std::string path_;
+  ino_t inode_ = 0;
+  Descriptor listener_;
+  std::unique_ptr<Watch> listenerWatch_;
+  std::vector<std::shared_ptr<Inbound>> inbound_;
+  Peer lastPeer_ = 0;
+  std::map<WindowHandle, std::unique_ptr<Outbound>> outbound_;
+  std::deque<Waiting> waiting_;
+  std::shared_ptr<char> posted_;  // held by a delivery that stands in the loop's queue
+  std::vector<pollfd> descriptors_;
+  std::vector<std::shared_ptr<Inbound>> polled_;
+};
+
+}  // namespace vorlix

@@ -1,0 +1,179 @@
+// The built program with its helper in a data folder of its own, as a test drives it: output read through a pipe.
+#pragma once
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace vorlix {
+
+// A folder below the temp folder that goes with the object.
+class TempFolder {
+ public:
+  TempFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "vorlix-test-XXXXXX").string();
+    path_ = mkdtemp(pattern.data());
+  }
+  ~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
+    std::filesystem::remove_all(path_, ignored);
+  }
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+inline std::string FileText(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+inline void WriteFile(const std::string& path, const std::string& text) {
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  std::ofstream(path, std::ios::binary) << text;
+}
+
+class RunningVorlix {
+ public:
+  using Seconds = std::chrono::seconds;
+
+  // The settings of a person with a router on the loopback address.
+  static void WriteSettings(const std::string& folder, int port, const std::string& more = {}) {
+    WriteFile(folder + "/data/Vorlix.ini",
+              "[Vorlix-Version]\r\nVersion=v3.00\r\n[General]\r\nCallMode_CAPI=0\r\nCallMode_AVM=1\r\n"
+              "AVM_SaveOutgoingCalls=1\r\nmyVWL=49\r\nmyVWO=30\r\n" +
+                  more);
+    WriteFile(folder + "/data/sett_socketavm.ini",
+              "[FritzBox]\r\nHost=127.0.0.1\r\nPort=" + std::to_string(port) + "\r\n");
+  }
+
+  explicit RunningVorlix(const std::string& folder, std::vector<std::string> words = {}) : folder_(folder) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) return;
+    std::vector<std::string> arguments{std::string(VORLIX_BIN) + "/vorlix", "--console", "--data", folder};
+    arguments.insert(arguments.end(), words.begin(), words.end());
+    pid_ = fork();
+    if (pid_ == 0) {
+      std::vector<char*> pointers;
+      for (std::string& argument : arguments) {
+        pointers.push_back(argument.data());
+      }
+      pointers.push_back(nullptr);
+      const int nothing = open("/dev/null", O_RDONLY);
+      dup2(nothing, 0);
+      dup2(ends[1], 1);
+      execv(pointers[0], pointers.data());
+      _exit(127);
+    }
+    close(ends[1]);
+    output_ = ends[0];
+    fcntl(output_, F_SETFL, O_NONBLOCK);
+  }
+  ~RunningVorlix() {
+    if (pid_ > 0) Kill();
+    for (const pid_t helper : Helpers()) {
+      kill(helper, SIGKILL);
+    }
+    close(output_);
+  }
+  RunningVorlix(const RunningVorlix&) = delete;
+  RunningVorlix& operator=(const RunningVorlix&) = delete;
+
+  pid_t Pid() const { return pid_; }
+
+  // Everything the program has printed so far.
+  const std::string& Output() {
+    char buffer[65536];
+    for (ssize_t got = 0; (got = read(output_, buffer, sizeof buffer)) > 0;) {
+      text_.append(buffer, static_cast<std::size_t>(got));
+    }
+    return text_;
+  }
+  bool WaitFor(const std::function<bool()>& reached, Seconds limit = Seconds(30)) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!reached()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      pollfd wanted{output_, POLLIN, 0};
+      poll(&wanted, 1, 5);
+      Output();
+    }
+    return true;
+  }
+  // Waits until the text stands in the output `times` times.
+  bool Shows(const std::string& text, int times = 1) {
+    return WaitFor([&] {
+      int found = 0;
+      for (auto at = Output().find(text); at != std::string::npos; at = text_.find(text, at + text.size())) {
+        ++found;
+      }
+      return found >= times;
+    });
+  }
+
+  std::string JournalPath() const { return folder_ + "/data/Vorlixjournal.txt"; }
+  std::string Journal() const { return FileText(JournalPath()); }
+  bool JournalHas(const std::string& text) {
+    return WaitFor([&] { return Journal().find(text) != std::string::npos; });
+  }
+
+  // The helper processes of this data folder.
+  std::vector<pid_t> Helpers() const {
+    std::vector<pid_t> found;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+      const std::string name = entry.path().filename();
+      if (name.find_first_not_of("0123456789") != std::string::npos) continue;
+      if (!FileText("/proc/" + name + "/cmdline").starts_with(std::string(VORLIX_BIN) + "/SocketAVM")) continue;
+      if (FileText("/proc/" + name + "/environ").find("VORLIX_DATA=" + folder_ + '\0') == std::string::npos) continue;
+      found.push_back(std::stoi(name));
+    }
+    return found;
+  }
+
+  // Sends the signal and gives the exit code; -1 when the program was ended by a signal or does not end.
+  int End(int signal = SIGTERM) {
+    kill(pid_, signal);
+    int status = 0;
+    const bool ended = WaitFor([&] { return waitpid(pid_, &status, WNOHANG) == pid_; });
+    if (!ended) return -1;
+    pid_ = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+  // True when the program has ended by itself; its exit code is then in `code`.
+  bool EndsItself(int& code) {
+    int status = 0;
+    if (!WaitFor([&] { return waitpid(pid_, &status, WNOHANG) == pid_; })) return false;
+    pid_ = 0;
+    code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return true;
+  }
+  void Kill() {
+    kill(pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
+    pid_ = 0;
+  }
+
+ private:
+  std::string folder_;
+  pid_t pid_ = 0;
+  int output_ = -1;
+  std::string text_;
+};
+
+}  // namespace vorlix

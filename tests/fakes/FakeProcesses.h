@@ -1,0 +1,33 @@
+// Processes with memory: starts nothing, keeps what should have been started.
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Processes.h"
+
+namespace vorlix {
+
+class FakeProcesses : public Processes {
+ public:
+  struct Program {
+    std::string file;
+    std::vector<std::string> arguments;
+    friend bool operator==(const Program&, const Program&) = default;
+  };
+
+  bool startSucceeds = true;
+  std::set<std::string> missing;  // these files cannot be started
+
+  std::vector<Program> started;  // successful starts only
+  std::vector<Program> refused;
+
+  bool Start(const std::string& file, const std::vector<std::string>& arguments) override {
+    const bool good = startSucceeds && !missing.contains(file);
+    (good ? started : refused).push_back({file, arguments});
+    return good;
+  }
+};
+
+}  // namespace vorlix

@@ -1,0 +1,124 @@
+#include "lines/modProcMessage.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/FakeMessageLink.h"
+#include "fakes/FakeProcesses.h"
+#include "fakes/LineFakes.h"
+#include "fakes/MemoryFileStore.h"
+
+namespace vorlix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr WindowHandle kOwn = 4711;
+constexpr MessageLink::Peer kHelper = 5;
+
+class modProcMessageTest : public testing::Test, public SocketSource {
+ protected:
+  modProcMessageTest() {
+    files.AddFile("/opt/vorlix/SocketAVM", "program");
+    link.Open(kOwn, proc);
+    proc.Bind(kSourceAVM, *this);
+  }
+
+  void GetMessage(const std::string& line, bool) override { tape.push_back("line " + line); }
+  void ConnectionLost() override { tape.push_back("connection lost"); }
+
+  void Say(HelperCommand command, const std::string& text = {}) {
+    link.Deliver(static_cast<std::uint32_t>(kSourceAVM) | command, text, kHelper);
+  }
+  void Tick(int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      proc.TimerTick();
+    }
+  }
+  fakes::Tape Taken() { return std::exchange(tape, {}); }
+
+  fakes::Tape tape;
+  MemoryFileStore files;
+  FakeMessageLink link;
+  FakeProcesses processes;
+  fakes::TapedEvents events{tape};
+  PipelineState state;
+  modProcMessage proc{{link, processes, files, events, state}, "/opt/vorlix"};
+};
+
+TEST_F(modProcMessageTest, StartsTheHelperWithOurHandleAndFailsWithoutItsFile) {
+  EXPECT_TRUE(proc.Socket_Proc_Init(kSourceAVM));
+  EXPECT_FALSE(proc.Socket_Proc_Init(kSourceNCID));
+  EXPECT_FALSE(proc.Socket_Proc_Init(99));
+  EXPECT_THAT(processes.started, ElementsAre(FakeProcesses::Program{"/opt/vorlix/SocketAVM", {"4711"}}));
+}
+
+TEST_F(modProcMessageTest, AnswersALifeSignAndHandsLinesAndStatesOn) {
+  proc.Socket_Proc_Init(kSourceAVM);
+  Say(kHelperLifeSign, "815");
+  EXPECT_THAT(link.TakeSent(), ElementsAre(FakeMessageLink::Message{815, 16 | kHelperLifeSign, "4711"}));
+  Say(kHelperConnected);
+  EXPECT_TRUE(proc.IsUp(kSourceAVM));
+  Say(kHelperLine, "a;RING;0;");
+  Say(kHelperLost);
+  EXPECT_FALSE(proc.IsUp(kSourceAVM));
+  EXPECT_THAT(Taken(), ElementsAre("event 1 of 16", "line a;RING;0;", "connection lost", "event 0 of 16"));
+}
+
+TEST_F(modProcMessageTest, AHelperWithoutLifeSignForTenSecondsIsStartedAgain) {
+  proc.Socket_Proc_Init(kSourceAVM);
+  Tick(9);
+  Say(kHelperLifeSign, "815");
+  Tick(9);
+  EXPECT_EQ(processes.started.size(), 1u);
+  Say(kHelperLifeSign, "no number");  // does not count as a sign
+  Tick(1);
+  EXPECT_EQ(processes.started.size(), 2u);
+  Tick(10);
+  EXPECT_EQ(processes.started.size(), 3u);
+  Say(kHelperNewStart);
+  EXPECT_EQ(processes.started.size(), 4u);
+}
+
+TEST_F(modProcMessageTest, TheDeathOfAHelperThatWasUpIsALostConnection) {
+  proc.Socket_Proc_Init(kSourceAVM);
+  Say(kHelperLifeSign, "815");
+  link.LosePeer(kHelper);
+  EXPECT_THAT(Taken(), IsEmpty());
+  Say(kHelperConnected);
+  link.LosePeer(kHelper + 1);
+  link.LosePeer(kHelper);
+  EXPECT_THAT(Taken(), ElementsAre("event 1 of 16", "connection lost", "event 0 of 16"));
+}
+
+TEST_F(modProcMessageTest, TerminateTellsTheHelperToEndAndHearsItNoMore) {
+  proc.Socket_Proc_Init(kSourceAVM);
+  Say(kHelperLifeSign, "815");
+  Say(kHelperConnected);
+  state.SocketConnected = true;
+  link.TakeSent();
+  Taken();
+  proc.Socket_Proc_Terminate();
+  EXPECT_FALSE(state.SocketConnected);
+  EXPECT_THAT(link.TakeSent(), ElementsAre(FakeMessageLink::Message{815, 16 | kHelperEnd, ""}));
+  Say(kHelperLine, "late");
+  Tick(20);
+  EXPECT_THAT(Taken(), IsEmpty());
+  EXPECT_EQ(processes.started.size(), 1u);
+}
+
+TEST_F(modProcMessageTest, StrangeMessagesAreIgnored) {
+  Say(kHelperLine, "before any start");
+  proc.Socket_Proc_Init(kSourceAVM);
+  for (const std::uint32_t word : {0u, 1u, 16u, 16u | 3u, 16u | 5u, 32u | 1u, 0xFFFFFFF9u}) {
+    link.Deliver(word, "x", kHelper);
+  }
+  Say(kHelperLifeSign, "99999999999999999999");
+  Say(kHelperLifeSign, "-1");
+  EXPECT_THAT(Taken(), IsEmpty());
+  EXPECT_THAT(link.TakeSent(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace vorlix

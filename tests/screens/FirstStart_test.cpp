@@ -1,0 +1,57 @@
+#include "screens/FirstStart.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+
+namespace vorlix {
+namespace {
+
+// Answers in their order; then nobody answers any more.
+class ScriptedView : public FirstStartView {
+ public:
+  explicit ScriptedView(std::deque<std::string> answers) : answers_(std::move(answers)) {}
+  std::optional<std::string> Ask(const std::string&, const std::string& fallback) override {
+    if (answers_.empty()) return std::nullopt;
+    std::string answer = answers_.front();
+    answers_.pop_front();
+    return answer.empty() ? fallback : answer;
+  }
+  void Tell(const std::string&) override {}
+
+ private:
+  std::deque<std::string> answers_;
+};
+
+TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
+  struct Row {
+    std::deque<std::string> answers;
+    const char* expected;  // modes CAPI, AVM, NCID, host, codes
+  };
+  const Row rows[] = {
+      {{"", "", "", "30"}, "010 fritz.box 49 30"},
+      {{"1", "192.168.178.1", "43", "1"}, "010 192.168.178.1 43 1"},
+      {{"2", "", "49", "30"}, "001 server 49 30"},
+      {{"3", "49", "30"}, "100  49 30"},
+      {{"x", "9", "1", "", "0049", "49", "", "030", "abc", "30"}, "010 fritz.box 49 30"},
+  };
+  for (const Row& row : rows) {
+    ScriptedView view(row.answers);
+    const auto got = FirstStart(view).Run("fritz.box", "server");
+    ASSERT_TRUE(got.has_value()) << row.expected;
+    EXPECT_EQ(std::string() + (got->CallMode_CAPI ? "1" : "0") + (got->CallMode_AVM ? "1" : "0") +
+                  (got->CallMode_NCID ? "1" : "0") + " " + got->Host + " " + got->myVWL + " " + got->myVWO,
+              row.expected);
+  }
+}
+
+TEST(FirstStart, LeavingOffAtAnyQuestionChangesNothing) {
+  const std::deque<std::string> all{"1", "", "49"};
+  for (std::size_t given = 0; given <= all.size(); ++given) {
+    ScriptedView view({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(given)});
+    EXPECT_FALSE(FirstStart(view).Run("fritz.box", "server").has_value());
+  }
+}
+
+}  // namespace
+}  // namespace vorlix
