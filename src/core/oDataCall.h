@@ -39,7 +39,7 @@ class oDataCall : public CollectionItem {
  public:
   // The analysis must outlive the record; without one the VW_ texts stay empty.
   explicit oDataCall(NumberAnalysis* analysis = nullptr) : analysis_(analysis) {}
-  oDataCall(const oDataCall& other);
+  oDataCall(const oDataCall& other) = default;
   oDataCall& operator=(const oDataCall&) = delete;
 
   DateTime CallDateTime;  // time of the ring
@@ -138,7 +138,7 @@ class oDataCall : public CollectionItem {
   mutable NumberTexts texts_;
   mutable bool isLoadedVW_ = false;
   mutable bool isLoadedBookData_ = false;
-  std::unique_ptr<CallCard> card_;
+  std::shared_ptr<CallCard> card_;  // shared by copies until one of them writes
 };
 
 // Adds one to the entry's counter of that direction: 0 CallCountIn, 1 CallCountOut; any other changes nothing.

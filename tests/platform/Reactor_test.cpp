@@ -1,6 +1,5 @@
 // The contract of a loop, kept by the one on poll() and by the manual one of the tests alike. Only here does a test
 // really wait; it compares with what the clock says, never with what it hoped to sleep.
-#include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <string>
@@ -10,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/ManualReactor.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/posix/PollReactor.h"
 
 namespace vorlix {
@@ -274,14 +274,12 @@ TEST(PollReactorTest, TimersCloseTogetherShareAWakeUpAndSilentOnesCostNone) {
 }
 
 TEST(SystemClockTest, TellsLocalTimeAndFollowsTheTimeZone) {
-  const char* before = getenv("TZ");
-  const std::string former = before == nullptr ? "" : before;
   const SystemClock clock;
-  setenv("TZ", "UTC0", 1);
-  const DateTime utc = clock.Now();
-  setenv("TZ", "XXX-5", 1);
-  const DateTime east = clock.Now();
-  before == nullptr ? unsetenv("TZ") : setenv("TZ", former.c_str(), 1);
+  const auto nowIn = [&](const char* zone) {
+    const TemporaryVariable variable("TZ", zone);
+    return clock.Now();
+  };
+  const DateTime utc = nowIn("UTC0"), east = nowIn("XXX-5");
   const std::time_t now = std::time(nullptr);
   EXPECT_NEAR(utc.DaysSince(DateTime::FromCivil(1970, 1, 1)), static_cast<double>(now) / 86400, 0.001);
   EXPECT_NEAR(east.DaysSince(utc), 5.0 / 24, 0.001);

@@ -1,5 +1,6 @@
 #include "platform/posix/SocketMessageLink.h"
 
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -253,12 +254,13 @@ SocketMessageLink::Outcome SocketMessageLink::Exchange(Outbound& connection, std
   if (send(socket, packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) return Outcome::kDead;
   const auto end = steady_clock::now() + kMostWait;
   while (true) {
-    FillDescriptors(socket);
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
     if (left.count() <= 0) return Outcome::kNoAnswer;
-    if (poll(descriptors_.data(), descriptors_.size(), static_cast<int>(left.count())) <= 0) continue;
-    ServeWhileWaiting();
-    if (descriptors_[0].revents == 0) continue;
+    FillDescriptors(socket);
+    const int ready = poll(descriptors_.data(), descriptors_.size(), static_cast<int>(left.count()));
+    if (ready > 0) ServeWhileWaiting();
+    polled_.clear();
+    if (ready <= 0 || descriptors_[0].revents == 0) continue;
     char answer = 0;
     return recv(socket, &answer, 1, MSG_DONTWAIT) == 1 && answer == kAnswer ? Outcome::kAnswered : Outcome::kDead;
   }
@@ -276,7 +278,6 @@ void SocketMessageLink::ServeWhileWaiting() {
   for (std::size_t i = 0; i < polled_.size(); ++i) {
     if (descriptors_[i + 2].revents != 0) TakeIn(polled_[i]);
   }
-  polled_.clear();
 }
 
 }  // namespace vorlix

@@ -1,0 +1,71 @@
+#include "data/modDirectories.h"
+
+#include <string>
+#include <vector>
+
+#include "data/paths.h"
+#include "services/ansi.h"
+#include "services/clsErrorHandling.h"
+#include "services/modLanguage.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+constexpr std::string_view kShipped[] = {
+    R"(\base\designs\)", R"(\base\areacodes\)",     R"(\base\provider\)",  R"(\base\provider\images\)",
+    R"(\base\sounds\)",  R"(\base\states\images\)", R"(\base\templates\)",
+};
+
+constexpr std::string_view kMade[] = {
+    R"(\data\)",   R"(\log\)",    R"(\archiv\)",          R"(\backup\)",
+    R"(\update\)", R"(\data\callerpics\)", R"(\data\search\)",
+};
+
+std::string WithoutFinalSlash(std::string path) {
+  path.pop_back();
+  return path;
+}
+
+void Tell(modAll_MsgBox& messages, const std::string& text, const std::vector<std::string>& folders) {
+  const std::string lineEnd(kLineEnd);
+  messages.MsgBoxNew(text + lineEnd + lineEnd + Join(folders, kLineEnd), kMsgError);
+}
+
+std::vector<std::string> MissingShipped(const FileStore& files, const Folders& folders) {
+  std::vector<std::string> missing;
+  for (const std::string_view name : kShipped) {
+    const std::string path = folders.GetMainPath(name);
+    if (!files.Stat(WithoutFinalSlash(path)).IsFolder()) missing.push_back(path);
+  }
+  return missing;
+}
+
+std::vector<std::string> MakeMissing(FileStore& files, const Folders& folders) {
+  std::vector<std::string> wanted{folders.BookPath(), folders.ProgramData()};
+  for (const std::string_view name : kMade) {
+    wanted.push_back(folders.GetMainPath(name));
+  }
+  std::vector<std::string> failed;
+  for (const std::string& path : wanted) {
+    if (!MakeDirectory(files, path)) failed.push_back(path);
+  }
+  return failed;
+}
+
+}  // namespace
+
+void CheckDirectories(FileStore& files, const Folders& folders, modAll_MsgBox& messages) {
+  Trapped("fMain.CheckDirectories", [&] {
+    if (const auto missing = MissingShipped(files, folders); !missing.empty()) {
+      Tell(messages, LoadLangKey("Message_DirectoriesNotFound", "Wichtige Verzeichnisse wurden nicht gefunden!"_ansi),
+           missing);
+      return;
+    }
+    if (const auto failed = MakeMissing(files, folders); !failed.empty()) {
+      Tell(messages, LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi), failed);
+    }
+  });
+}
+
+}  // namespace vorlix

@@ -1,0 +1,106 @@
+#include "platform/posix/PosixProcesses.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <fstream>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "fakes/ManualReactor.h"
+#include "fakes/TemporaryFolder.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/SignalWatch.h"
+
+namespace vorlix {
+namespace {
+
+class PosixProcessesTest : public testing::Test {
+ protected:
+  // Runs a shell script with arguments; gives what it printed to the file "$0", whole.
+  std::string Printed(const std::string& script, std::vector<std::string> arguments = {}) {
+    const std::string file = folder / "out";
+    arguments.insert(arguments.begin(), {"-c", "exec > $0.part; " + script + "; mv $0.part $0", file});
+    EXPECT_TRUE(processes.Start("/bin/sh", arguments));
+    for (int i = 0; i < 60'000 && access(file.c_str(), F_OK) != 0; ++i)
+      usleep(1000);
+    std::ostringstream content;
+    content << std::ifstream(file).rdbuf();
+    unlink(file.c_str());
+    return content.str();
+  }
+
+  TemporaryFolder folder;
+  PosixProcesses processes;
+};
+
+TEST_F(PosixProcessesTest, HandsOverArgumentsAsTheyAreInUtf8) {
+  EXPECT_EQ(Printed("printf '<%s>' \"$@\"", {"a b", "", "\"; rm -rf $HOME '", "M\xFCller \x80"}),
+            "<a b><><\"; rm -rf $HOME '><M\xC3\xBCller \xE2\x82\xAC>");
+}
+
+TEST_F(PosixProcessesTest, LeavesNothingOfOursToTheProgram) {
+  ManualReactor reactor;
+  const SignalWatch watch(reactor, [](int) {});
+  const Descriptor leak(open("/dev/null", O_RDONLY));  // without the mark that closes it by itself
+  ASSERT_EQ(fcntl(leak.Get(), F_DUPFD, 50), 50);
+  EXPECT_EQ(Printed("ls /proc/$$/fd"), "0\n1\n2\n");
+  close(50);
+  EXPECT_EQ(Printed("readlink /proc/$$/fd/0"), "/dev/null\n");
+  EXPECT_EQ(Printed("grep -E 'Sig(Blk|Ign)' /proc/$$/status | tr -d '\\n\\t'"),
+            "SigBlk:0000000000000000SigIgn:0000000000000000");
+  EXPECT_NE(Printed("ps -o sid= -p $$ 2>/dev/null || cut -d' ' -f6 /proc/$$/stat"), std::to_string(getsid(0)) + "\n");
+  EXPECT_LT(waitpid(-1, nullptr, WNOHANG), 0);  // nor a child to us
+}
+
+TEST_F(PosixProcessesTest, TellsWhatCannotBeStarted) {
+  std::ofstream(folder / "text") << "echo a text is not a program\n";
+  EXPECT_FALSE(processes.Start(folder / "none", {}));
+  EXPECT_FALSE(processes.Start(folder / "text", {}));
+  std::filesystem::permissions(folder / "text", std::filesystem::perms::owner_all);
+  EXPECT_FALSE(processes.Start(folder / "text", {}));
+  EXPECT_FALSE(processes.Start(folder.Path(), {}));
+  EXPECT_FALSE(processes.Start("", {}));
+  EXPECT_FALSE(processes.Start("/bin/true", {std::string("a\0b", 3)}));
+  EXPECT_TRUE(processes.Start("true", {}));
+}
+
+TEST(EnvironmentTest, IsReadAsProgramText) {
+  const TemporaryVariable variable("VORLIX_TEST", "M\xC3\xBCller");
+  EXPECT_EQ(EnvironmentText("VORLIX_TEST"), "M\xFCller");
+  EXPECT_EQ(EnvironmentText("VORLIX_TEST_NONE"), "");
+  EXPECT_EQ(access((ProgramFolder() + "/platform_tests").c_str(), X_OK), 0);
+}
+
+TEST(SignalWatchTest, TellsSignalsFromTheLoopAndSurvivesABrokenPipe) {
+  ManualReactor reactor;
+  std::string log;
+  {
+    const SignalWatch watch(reactor, [&](int signal) { log += std::to_string(signal) + " "; });
+    kill(getpid(), SIGTERM);
+    kill(getpid(), SIGHUP);
+    EXPECT_EQ(log, "");
+    for (int i = 0; i < 3; ++i)
+      reactor.RunPending();
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    close(ends[0]);
+    EXPECT_EQ(write(ends[1], "x", 1), -1);
+    close(ends[1]);
+  }
+  EXPECT_EQ(log, std::to_string(SIGHUP) + " " + std::to_string(SIGTERM) + " ");
+}
+
+TEST(SignalWatchTest, LeavesASignalIgnoredThatWasIgnored) {
+  const auto former = std::signal(SIGHUP, SIG_IGN);
+  ManualReactor reactor;
+  const SignalWatch watch(reactor, [](int) { FAIL() << "was to be ignored"; });
+  kill(getpid(), SIGHUP);
+  reactor.RunPending();
+  std::signal(SIGHUP, former);
+}
+
+}  // namespace
+}  // namespace vorlix

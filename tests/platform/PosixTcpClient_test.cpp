@@ -1,0 +1,178 @@
+#include "platform/posix/PosixTcpClient.h"
+
+#include <functional>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "fakes/ManualReactor.h"
+#include "platform/posix/TcpServer.h"
+
+namespace vorlix {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ClientLog : public TcpClient::Listener {
+ public:
+  void OnConnected() override { Note("connected "); }
+  void OnData(std::string_view bytes) override { Note(std::string(bytes)); }
+  void OnClosed(const std::string& reason) override { Note("[" + reason + "]"); }
+
+  std::string log;
+  std::function<void()> onEvent;
+
+ private:
+  void Note(const std::string& text) {
+    log += text;
+    if (onEvent) onEvent();
+  }
+};
+
+class ServerLog : public TcpServer::Listener {
+ public:
+  void OnClient(TcpServer::Client client) override { last = client; }
+  void OnData(TcpServer::Client, std::string_view bytes) override { received += bytes; }
+  void OnGone(TcpServer::Client) override { ++gone; }
+
+  TcpServer::Client last = 0;
+  std::string received;
+  int gone = 0;
+};
+
+class PosixTcpClientTest : public testing::Test {
+ protected:
+  bool Until(const std::function<bool()>& holds) {
+    for (int i = 0; i < 60'000 && !holds(); ++i) {
+      reactor.RunPending();
+      usleep(500);
+    }
+    return holds();
+  }
+  std::string Peer(const std::string& host = "127.0.0.1") const { return host + ":" + std::to_string(server.Port()); }
+  void ConnectToServer(const std::string& host = "127.0.0.1") {
+    client->Connect(host, server.Port());
+    EXPECT_EQ(listener.log, "");  // the result comes later, from the loop
+    EXPECT_TRUE(Until([&] { return listener.log == "connected " && server.ClientCount() > 0; })) << listener.log;
+    listener.log.clear();
+  }
+  static bool HasChildren() { return waitpid(-1, nullptr, WNOHANG) >= 0; }
+
+  ManualReactor reactor;
+  ServerLog serverListener;
+  TcpServer server{reactor, serverListener};
+  ClientLog listener;
+  std::unique_ptr<PosixTcpClient> client = std::make_unique<PosixTcpClient>(reactor, listener);
+};
+
+TEST_F(PosixTcpClientTest, CarriesBytesBothWaysMoreThanTheSystemTakesAtOnce) {
+  ASSERT_TRUE(server.Start());
+  EXPECT_FALSE(client->Send("too early"));
+  ConnectToServer();
+  const std::string much(5'000'000, 'm');
+  EXPECT_TRUE(client->Send(much));
+  EXPECT_TRUE(client->Send("end"));
+  EXPECT_TRUE(server.Send(serverListener.last, much));
+  EXPECT_TRUE(Until([&] { return serverListener.received.size() == much.size() + 3 && listener.log == much; }));
+  EXPECT_EQ(serverListener.received, much + "end");
+  client->Close();
+  EXPECT_TRUE(Until([&] { return serverListener.gone == 1; }));
+  EXPECT_FALSE(client->Send("too late"));
+  EXPECT_EQ(listener.log, much);
+}
+
+TEST_F(PosixTcpClientTest, TellsWhyAnAttemptFailedAndThatAConnectionEnded) {
+  ASSERT_TRUE(server.Start());
+  ConnectToServer();
+  server.DropAll();
+  EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
+  EXPECT_EQ(std::exchange(listener.log, ""), "[connection to " + Peer() + ": ended by the other side]");
+  server.Stop();
+  client->Connect("127.0.0.1", server.Port());
+  EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
+  EXPECT_EQ(std::exchange(listener.log, ""), "[connect to " + Peer() + ": Connection refused]");
+  ASSERT_TRUE(server.Start());  // the same port again
+  ConnectToServer();
+}
+
+TEST_F(PosixTcpClientTest, TriesAllAddressesOfAName) {
+  ASSERT_TRUE(server.Start());  // on IPv4 alone, while the name may stand for an IPv6 address first
+  ConnectToServer("localhost");
+  EXPECT_FALSE(HasChildren());
+}
+
+TEST_F(PosixTcpClientTest, ANameThatDoesNotExistFailsWithoutALeftoverChild) {
+  for (const std::string& host : {std::string("no-such-host.invalid"), std::string(), std::string("local\0host", 10)}) {
+    client->Connect(host, 1012);
+    EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
+    EXPECT_TRUE(std::exchange(listener.log, "").starts_with("[connect to " + host + ":1012: ")) << host;
+    EXPECT_FALSE(HasChildren());
+  }
+}
+
+TEST_F(PosixTcpClientTest, GivingUpALookUpEndsItsChildAndSaysNothing) {
+  for (const auto& giveUp : std::vector<std::function<void()>>{[&] { client->Close(); }, [&] { client.reset(); }}) {
+    client->Connect("slow-host.invalid", 1012);
+    reactor.RunPending();
+    giveUp();
+    EXPECT_FALSE(HasChildren());
+    reactor.Advance(60s);
+    EXPECT_EQ(listener.log, "");
+  }
+}
+
+TEST_F(PosixTcpClientTest, AnAttemptWithoutAnAnswerEndsAfterTwentySeconds) {
+  // A queue that is full leaves further attempts without an answer.
+  const Descriptor listening(socket(AF_INET, SOCK_STREAM, 0));
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  ASSERT_EQ(bind(listening.Get(), reinterpret_cast<sockaddr*>(&address), size), 0);
+  ASSERT_EQ(listen(listening.Get(), 0), 0);
+  ASSERT_EQ(getsockname(listening.Get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+  std::vector<Descriptor> fillers;
+  for (int i = 0; i < 4; ++i) {
+    fillers.emplace_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
+    static_cast<void>(connect(fillers.back().Get(), reinterpret_cast<sockaddr*>(&address), size));
+  }
+  client->Connect("127.0.0.1", ntohs(address.sin_port));
+  reactor.Advance(19s);
+  EXPECT_EQ(listener.log, "");
+  reactor.Advance(1s);
+  EXPECT_TRUE(listener.log.ends_with(": Connection timed out]")) << listener.log;
+}
+
+TEST_F(PosixTcpClientTest, TheListenerMayDestroyTheClientOrStartAnewInAnyEvent) {
+  ASSERT_TRUE(server.Start());
+  listener.onEvent = [&] { client.reset(); };
+  const auto event = [&](const std::function<void()>& cause, const std::string& expected) {
+    EXPECT_TRUE(Until([&] { return server.ClientCount() > 0 || !listener.log.empty(); }));
+    cause();
+    EXPECT_TRUE(Until([&] { return client == nullptr; }));
+    EXPECT_TRUE(listener.log.starts_with(expected)) << listener.log;
+    listener.log.clear();
+    client = std::make_unique<PosixTcpClient>(reactor, listener);
+  };
+  client->Connect("127.0.0.1", server.Port());
+  event([] {}, "connected");
+
+  listener.onEvent = nullptr;
+  server.DropAll();
+  ConnectToServer();
+  listener.onEvent = [&] { client.reset(); };
+  event([&] { server.SendToAll("data"); }, "data");
+
+  listener.onEvent = nullptr;
+  ConnectToServer();
+  listener.onEvent = [&] {
+    listener.onEvent = nullptr;
+    client->Connect("127.0.0.1", server.Port());
+  };
+  server.DropAll();
+  EXPECT_TRUE(Until([&] { return listener.log.ends_with("connected "); })) << listener.log;
+}
+
+}  // namespace
+}  // namespace vorlix

@@ -1,0 +1,312 @@
+#include "platform/posix/SocketMessageLink.h"
+
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <functional>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "fakes/ManualReactor.h"
+#include "fakes/TemporaryFolder.h"
+#include "platform/LinkPacket.h"
+#include "platform/posix/LinkFolder.h"
+#include "platform/posix/PollReactor.h"
+
+namespace vorlix {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Recorder : public MessageLink::Receiver {
+ public:
+  void OnMessage(MessageLink::Peer, std::uint32_t word, const std::string& text) override {
+    log += std::to_string(word) + ":" + text + " ";
+    if (onMessage) onMessage(word);
+  }
+  void OnPeerGone(MessageLink::Peer) override { log += "gone "; }
+
+  std::string log;
+  std::function<void(std::uint32_t)> onMessage;
+};
+
+// Processes of the test's own: fork() gives the other side, which reports by its exit code.
+class Child {
+ public:
+  explicit Child(const std::function<int()>& body) : id_(fork()) {
+    if (id_ == 0) _exit(body());
+  }
+  ~Child() {
+    if (id_ > 0) Kill();
+  }
+  void Kill() {
+    kill(id_, SIGKILL);
+    Wait();
+  }
+  bool Ended() {
+    if (id_ > 0 && waitpid(id_, &status_, WNOHANG) == id_) id_ = 0;
+    return id_ == 0;
+  }
+  int Wait() {
+    waitpid(std::exchange(id_, 0), &status_, 0);
+    return WIFEXITED(status_) ? WEXITSTATUS(status_) : -1;
+  }
+  int Code() const { return WEXITSTATUS(status_); }
+
+ private:
+  pid_t id_;
+  int status_ = 0;
+};
+
+class SocketMessageLinkTest : public testing::Test {
+ protected:
+  static constexpr WindowHandle kOwn = 4711, kOther = 815;
+
+  // Lets the loop run until something holds; a minute is for a machine that does other things too.
+  bool Until(const std::function<bool()>& holds) {
+    for (int i = 0; i < 60'000 && !holds(); ++i) {
+      reactor.RunPending();
+      usleep(1000);
+    }
+    return holds();
+  }
+  // A connection that speaks for itself.
+  Descriptor RawConnection() const {
+    Descriptor socket(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0));
+    const sockaddr_un address = LinkAddress(LinkPath(kOwn));
+    EXPECT_EQ(connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    return socket;
+  }
+  bool SendFromNewLink(WindowHandle target, std::uint32_t word) const {
+    PollReactor ownReactor;
+    return SocketMessageLink(ownReactor).Send(target, word, "");
+  }
+  // A process with that endpoint, answering until it is killed; a message of its own tells that it is there.
+  Child Answering(WindowHandle handle) {
+    return Child([this, handle] {
+      PollReactor childReactor;
+      Recorder ignored;
+      SocketMessageLink childLink(childReactor);
+      if (!childLink.Open(handle, ignored) || !childLink.Send(kOwn, 2, std::to_string(handle))) return 1;
+      childReactor.Run();
+      return 0;
+    });
+  }
+
+  TemporaryFolder folder;
+  TemporaryVariable runtime{"XDG_RUNTIME_DIR", folder.Path()};
+  ManualReactor reactor;
+  Recorder receiver;
+  SocketMessageLink link{reactor};
+};
+
+TEST_F(SocketMessageLinkTest, DeliversWordAndTextAndAnswersAfterTheReceiver) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  bool handled = false;
+  receiver.onMessage = [&](std::uint32_t) { handled = true; };
+  Child sender([this] {
+    PollReactor childReactor;
+    SocketMessageLink childLink(childReactor);
+    const bool sent = childLink.Send(kOwn, 17, "RING;\xFC") &&
+                      childLink.Send(kOwn, 0xFFFFFFFF, std::string(300, 'x')) &&
+                      childLink.Send(kOwn, 1, std::string("a\0b", 3)) && childLink.Send(kOwn, 2, "");
+    return sent && !childLink.Send(kOther, 1, "nobody") ? 0 : 1;
+  });
+  EXPECT_TRUE(Until([&] { return sender.Ended(); }));
+  EXPECT_EQ(sender.Code(), 0);
+  EXPECT_TRUE(handled);
+  EXPECT_TRUE(Until([&] { return receiver.log.ends_with("gone "); }));
+  EXPECT_EQ(receiver.log, "17:RING;\xFC 4294967295:" + std::string(255, 'x') + " 1:a 2: gone ");
+}
+
+TEST_F(SocketMessageLinkTest, TwoThatSendAtTheSameMomentDoNotWaitForEachOther) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  Child other([this] {
+    PollReactor childReactor;
+    Recorder childReceiver;
+    SocketMessageLink childLink(childReactor);
+    if (!childLink.Open(kOther, childReceiver)) return 1;
+    // Sends from inside the receiver, while that one sends from inside its own.
+    childReceiver.onMessage = [&](std::uint32_t word) {
+      if (word == 99)
+        childReactor.Quit();
+      else if (!childLink.Send(kOwn, word + 1, ""))
+        _exit(2);
+    };
+    for (int i = 0; i < 20; ++i) {
+      if (!childLink.Send(kOwn, 1, "")) return 3;
+    }
+    childReactor.Run();
+    return childReceiver.log.ends_with("99: ") ? 0 : 4;
+  });
+  int answered = 0, echoes = 0;
+  receiver.onMessage = [&](std::uint32_t word) {
+    if (word == 1 && link.Send(kOther, 10, "")) ++answered;
+    if (word == 11) ++echoes;
+  };
+  EXPECT_TRUE(Until([&] { return answered == 20 && echoes == 20; })) << receiver.log;
+  EXPECT_TRUE(link.Send(kOther, 99, ""));
+  EXPECT_TRUE(Until([&] { return other.Ended(); }));
+  EXPECT_EQ(other.Code(), 0);
+}
+
+TEST_F(SocketMessageLinkTest, WhatArrivesDuringASendComesFromTheLoopInItsOrder) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  const Descriptor peer = RawConnection();
+  const auto put = [&](std::uint32_t word) {
+    const LinkPacket packet(word, "");
+    EXPECT_GT(send(peer.Get(), packet.Bytes().data(), packet.Bytes().size(), 0), 0);
+  };
+  reactor.RunPending();
+  put(1);
+  put(2);
+  EXPECT_TRUE(link.Send(kOwn, 3, ""));  // to itself: answered at once as well
+  EXPECT_EQ(receiver.log, "");
+  put(4);
+  EXPECT_TRUE(Until([&] { return receiver.log.size() >= 12; }));
+  // One message of each connection is taken per look, so 3 may come before 2; never is an order within one turned.
+  EXPECT_LT(receiver.log.find("1:"), receiver.log.find("2:"));
+  EXPECT_LT(receiver.log.find("2:"), receiver.log.find("4:"));
+  EXPECT_LT(receiver.log.find("3:"), receiver.log.find("4:"));
+}
+
+TEST_F(SocketMessageLinkTest, AMalformedPacketEndsItsConnectionAndNothingElse) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  const auto packet = [](std::uint32_t length, std::string text) {
+    std::string bytes("\1\0\0\0....", 8);
+    std::memcpy(bytes.data() + 4, &length, 4);
+    return bytes + text;
+  };
+  const std::string_view end("\0", 1);
+  const Descriptor good = RawConnection();
+  const LinkPacket fine(5, "ok");
+  for (const std::string& bytes :
+       {std::string("\1"), packet(0, ""), packet(2, std::string("a")), packet(1, "a"), packet(3, "a\0"),
+        packet(1, std::string("a").append(end)), packet(0xFFFFFFFF, std::string("a").append(end)),
+        packet(257, std::string(256, 'a').append(end)), std::string(100'000, '\0')}) {
+    const Descriptor bad = RawConnection();
+    EXPECT_GT(send(bad.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
+    EXPECT_GT(send(good.Get(), fine.Bytes().data(), fine.Bytes().size(), MSG_NOSIGNAL), 0);
+    EXPECT_TRUE(Until([&] { return !receiver.log.empty(); }));
+    for (int i = 0; i < 3; ++i)
+      reactor.RunPending();
+    EXPECT_EQ(std::exchange(receiver.log, ""), "5:ok ");
+    char answer = 0;
+    EXPECT_EQ(recv(bad.Get(), &answer, 1, MSG_DONTWAIT), 0) << bytes.size();
+    EXPECT_EQ(recv(good.Get(), &answer, 1, MSG_DONTWAIT), 1);
+  }
+}
+
+TEST_F(SocketMessageLinkTest, FindsTheNextProcessBehindAHandleWhenTheKeptConnectionIsDead) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  for (int round = 0; round < 2; ++round) {
+    Child other = Answering(kOther);
+    ASSERT_TRUE(Until([&] { return receiver.log.find("2:815") != std::string::npos; }));
+    EXPECT_TRUE(link.Send(kOther, 1, "")) << round;
+    EXPECT_TRUE(link.Send(kOther, 1, "")) << round;
+    receiver.log.clear();
+    other.Kill();  // leaves its socket file behind, which the next one replaces
+  }
+  EXPECT_FALSE(link.Send(kOther, 1, ""));
+}
+
+TEST_F(SocketMessageLinkTest, GivesUpOnASilentProcessAfterTwoSeconds) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  PollReactor neverRun;
+  SocketMessageLink silent(neverRun);
+  ASSERT_TRUE(silent.Open(kOther, receiver));
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(link.Send(kOther, 1, ""));
+  EXPECT_GE(std::chrono::steady_clock::now() - start, 1990ms);
+}
+
+TEST_F(SocketMessageLinkTest, AReceiverMayCloseTheLinkAndTheSenderStillGetsItsAnswer) {
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  receiver.onMessage = [&](std::uint32_t) { link.Close(); };
+  Child sender([this] { return SendFromNewLink(kOwn, 5) ? 0 : 1; });
+  EXPECT_TRUE(Until([&] { return sender.Ended(); }));
+  EXPECT_EQ(sender.Code(), 0);
+  EXPECT_EQ(access(LinkPath(kOwn).c_str(), F_OK), -1);
+}
+
+TEST_F(SocketMessageLinkTest, OneHandleHasOneOwnerUntilAnotherTakesOver) {
+  SocketMessageLink second(reactor), third(reactor);
+  Recorder secondReceiver;
+  EXPECT_FALSE(link.Open(0, receiver));
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  EXPECT_TRUE(link.OwnsEndpoint());
+  EXPECT_FALSE(second.Open(kOwn, secondReceiver));
+  EXPECT_FALSE(second.OwnsEndpoint());
+  ASSERT_TRUE(second.Open(kOwn, secondReceiver, true));
+  EXPECT_FALSE(link.OwnsEndpoint());
+  link.Close();  // the name is not its own any more
+  EXPECT_TRUE(second.OwnsEndpoint());
+  EXPECT_FALSE(third.Open(kOwn, receiver));
+  Child sender([this] { return SendFromNewLink(kOwn, 7) ? 0 : 1; });
+  EXPECT_TRUE(Until([&] { return sender.Ended(); }));
+  EXPECT_TRUE(Until([&] { return secondReceiver.log == "7: gone "; })) << secondReceiver.log;
+  EXPECT_EQ(receiver.log, "");
+  second.Close();
+  EXPECT_TRUE(third.Open(kOwn, receiver));
+}
+
+TEST_F(SocketMessageLinkTest, OfManyProcessesThatOpenAtTheSameMomentOneSucceeds) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  std::vector<std::unique_ptr<Child>> children;
+  for (int i = 0; i < 8; ++i) {
+    children.push_back(std::make_unique<Child>([&] {
+      close(ends[1]);
+      char none = 0;
+      static_cast<void>(!read(ends[0], &none, 1));  // the start: all at once
+      const bool opened = link.Open(kOwn, receiver);
+      usleep(300'000);
+      if (opened) _exit(link.OwnsEndpoint() ? 10 : 11);
+      return 0;
+    }));
+  }
+  close(ends[1]);
+  close(ends[0]);
+  int owners = 0;
+  for (const auto& child : children)
+    owners += child->Wait();
+  EXPECT_EQ(owners, 10);
+  EXPECT_TRUE(link.Open(kOwn, receiver));  // the owner is gone without having cleaned up
+}
+
+TEST(LinkFolderTest, IsPrivateOrRefused) {
+  const TemporaryFolder top;
+  const std::string inside = top / "vorlix";
+  const TemporaryVariable runtime("XDG_RUNTIME_DIR", top.Path());
+  EXPECT_EQ(LinkFolder(), inside);
+  struct stat info {};
+  ASSERT_EQ(stat(inside.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0700u);
+  chmod(inside.c_str(), 0750);
+  EXPECT_EQ(LinkFolder(), "");
+  std::filesystem::rename(inside, top / "moved");
+  chmod((top / "moved").c_str(), 0700);
+  ASSERT_EQ(symlink((top / "moved").c_str(), inside.c_str()), 0);
+  EXPECT_EQ(LinkFolder(), "");
+  EXPECT_EQ(LinkPath(1), "");
+
+  const std::string name = "/vorlix-" + std::to_string(geteuid());
+  const TemporaryVariable temporary("TMPDIR", top.Path());
+  const TemporaryVariable without("XDG_RUNTIME_DIR", "");
+  EXPECT_EQ(LinkFolder(), top.Path() + name);
+  const TemporaryVariable tooLong("TMPDIR", top.Path() + std::string(100, '/'));
+  EXPECT_EQ(LinkPath(1), "");
+}
+
+TEST(MessageLinkTest, AHandleStandsForATextAndIsNeverZeroOrNegative) {
+  EXPECT_NE(HandleForText("/home/anna/.local/share/Vorlix"), HandleForText("/home/bert/.local/share/Vorlix"));
+  EXPECT_EQ(HandleForText(""), 0x811C9DC5u & 0x7FFFFFFFu);
+  EXPECT_EQ(HandleForText("foobar"), 0xBF9CF968u & 0x7FFFFFFFu);
+}
+
+}  // namespace
+}  // namespace vorlix
