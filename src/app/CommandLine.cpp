@@ -1,9 +1,9 @@
 #include "app/CommandLine.h"
 
+#include "data/modSettings.h"
 #include "services/ansi.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
-#include "services/version.h"
 
 namespace vorlix {
 
@@ -49,8 +49,7 @@ std::string HelpText() {
 }
 
 std::string VersionText() {
-  return "Vorlix v" + std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) +
-         std::to_string(kVersionRevision);
+  return "Vorlix " + ProgramVersionText();
 }
 
 }  // namespace vorlix

@@ -44,7 +44,7 @@ class ServerLog : public TcpServer::Listener {
 class PosixTcpClientTest : public testing::Test {
  protected:
   bool Until(const std::function<bool()>& holds) {
-    for (int i = 0; i < 60'000 && !holds(); ++i) {
+    for (int i = 0; i < 40'000 && !holds(); ++i) {
       reactor.RunPending();
       usleep(500);
     }

@@ -22,10 +22,8 @@ void PollReactor::RunPending() {
 }
 
 void PollReactor::Run() {
-  while (!quit_) {
+  while (!quit_)
     Turn(queue_.MaySleep());
-    ++wakeUps_;
-  }
   quit_ = false;
 }
 

@@ -19,9 +19,6 @@ class PollReactor : public Reactor {
   void Quit() override { quit_ = true; }
   std::unique_ptr<Watch> WatchDescriptor(int descriptor, std::function<void(Ready)> ready) override;
 
-  // How often Run() has come back from waiting: what an idle program costs.
-  std::uint64_t WakeUps() const { return wakeUps_; }
-
  private:
   void Turn(std::optional<std::chrono::milliseconds> wait);
 
@@ -29,7 +26,6 @@ class PollReactor : public Reactor {
   TimerQueue queue_{clock_};
   WatchList watches_;
   bool quit_ = false;
-  std::uint64_t wakeUps_ = 0;
 };
 
 }  // namespace vorlix

@@ -1,0 +1,212 @@
+#include "app/fMain.h"
+
+#include <utility>
+
+#include "core/CommandLineWords.h"
+#include "data/modDirectories.h"
+#include "services/ansi.h"
+#include "services/clsErrorHandling.h"
+#include "services/modLanguage.h"
+#include "services/text.h"
+
+namespace vorlix {
+
+fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surroundings)
+    : system_(system),
+      line_(line),
+      startedByAuto_(HasWord(line.words, "auto")),
+      startedByRestart_(HasWord(line.words, "restart")),
+      folders_(system.files, std::move(surroundings)),
+      ini_(system.files, folders_, blocks_),
+      rotation_{0, [this] { return settings_.General.BackupCountStep; }},
+      files_(system.files, ini_, system.loop.GetClock(), rotation_),
+      logs_(files_, folders_),
+      messages_(system.terminal),
+      settingsStore_({ini_, system.files, folders_, system.loop.GetClock(), messages_,
+                      [this](const std::string& path) { files_.FileMakeBackup(path, 1); }},
+                     settings_),
+      journal_({files_, folders_, blocks_, system.loop.GetClock(), numbers_, archive_, names_,
+                [this] { return settings_.General.BackupCount; }}),
+      timers_(system.loop),
+      pipelineSettings_(settings_, folders_.BookRefresh(), startedByAuto_),
+      lineSettings_(settings_),
+      sourceStates_(settings_, helpers_),
+      display_({system.terminal, system.loop.GetClock(), state_, sourceStates_, blocking_}),
+      pipeline_(Ports(), state_),
+      helpers_({system.link, system.processes, system.files, pipeline_, state_}, folders_.ProgramFolder()),
+      router_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, numbers_, ownNumbers_, book_, journal_,
+               journalWindow_, newCallsWindow_, prefixInput_, simulation_, display_}),
+      clock_(system.loop.GetClock(), timers_, Jobs()),
+      startUp_(system.loop),
+      shutDown_(timers_, state_) {
+  ErrorHandling().Attach(logs_, system_.loop.GetClock(), "PRG");
+  ErrorHandling().SetShowMessage(
+      [this](std::string_view text, int style, std::string_view title) { messages_.MsgBoxForward(text, style, title); });
+  ErrorHandling().TraceInfoMessage(true);
+  helpers_.Bind(kSourceAVM, router_);
+  AttachStartUp();
+  AttachShutDown();
+}
+
+fMain::~fMain() {
+  ErrorHandling().Detach();
+}
+
+PipelinePorts fMain::Ports() {
+  return {system_.loop, timers_,   pipelineSettings_, messages_, numbers_,     ownNumbers_,    book_,
+          teleControl_, blocking_, schedules_,        copy_,     journal_,     exports_,       mail_,
+          programs_,    search_,   display_,          balloon_,  journalWindow_, newCallsWindow_, maxiDisplay_,
+          cardWindow_,  sound_,    maps_,             capi_,     prefixInput_, simulation_};
+}
+
+ClockJobs fMain::Jobs() {
+  ClockJobs jobs;
+  jobs.options = [this] { return ClockSettings(settings_); };
+  jobs.everySecond.emplace_back([this] { helpers_.TimerTick(); });
+  jobs.storeJournalDate = [this](const std::string& date) { settingsStore_.SaveJournalDate(date); };
+  jobs.archiveJournal = [this](const std::string& period) { archive_.JournalAuslagern(false, period, false); };
+  jobs.isBookWatched = [this] { return folders_.BookRefresh(); };
+  return jobs;
+}
+
+void fMain::AttachStartUp() {
+  startUp_.On(StartPhase::kPaths, [this] { return CheckPaths(); });
+  startUp_.On(StartPhase::kOtherCopy, [this] { return OpenEndpoint(); });
+  startUp_.On(StartPhase::kClosingAlready,
+              [this] { return state_.ExitInProgress ? StartResult::kEnd : StartResult::kGoOn; });
+  startUp_.Do(StartPhase::kGlobalLanguage, [this] { LoadLanguage(); });
+  startUp_.Do(StartPhase::kCheckDirectories, [this] {
+    CheckDirectories(system_.files, folders_, messages_);
+    checkWritten_ = settingsStore_.WriteCheck();
+  });
+  startUp_.When(StartPhase::kFirstStart, [this] { return settingsStore_.IsFirstStart(); });
+  startUp_.Do(StartPhase::kFirstStart, [this] { AskFirstStart(); });
+  startUp_.Do(StartPhase::kLoadTAPIData, [this] { settingsStore_.LoadTAPIData(); });
+  startUp_.Do(StartPhase::kLoadSetting, [this] { LoadSettings(); });
+  startUp_.Do(StartPhase::kFileBackup, [this] { BackupFiles(); });
+  startUp_.Do(StartPhase::kTimers, [this] { timers_.AllTimerStart(); });
+  startUp_.On(StartPhase::kInitWait, [this] { return InitWait(); });
+  startUp_.Do(StartPhase::kLoadSettingsAVM, [this] { settingsStore_.LoadSettings_AVM(); });
+  startUp_.Do(StartPhase::kLoadSettingsNCID, [this] { settingsStore_.LoadSettings_NCID(); });
+  startUp_.When(StartPhase::kRegisterCAPI, [this] { return settings_.General.CallMode_CAPI; });
+  startUp_.When(StartPhase::kRegisterAVM, [this] { return settings_.General.CallMode_AVM; });
+  startUp_.Do(StartPhase::kRegisterAVM, [this] { RegisterSource(kSourceAVM, settings_.General.CallMode_AVM); });
+  startUp_.When(StartPhase::kRegisterNCID, [this] { return settings_.General.CallMode_NCID; });
+  startUp_.Do(StartPhase::kRegisterNCID, [this] { RegisterSource(kSourceNCID, settings_.General.CallMode_NCID); });
+  startUp_.Do(StartPhase::kSetSession, [this] { files_.SetSession(true); });
+  startUp_.Do(StartPhase::kDisplayResize, [this] { ShowFirstState(); });
+}
+
+void fMain::AttachShutDown() {
+  shutDown_.On(UnloadStep::kSaveSettings, [this](UnloadReason) { settingsStore_.SaveSettings_Self(); });
+  shutDown_.On(UnloadStep::kTerminateHelpers, [this](UnloadReason) { helpers_.Socket_Proc_Terminate(); });
+  shutDown_.On(UnloadStep::kStopTimers, [this](UnloadReason) { timers_.DisableAll(); });
+  shutDown_.On(UnloadStep::kEndSession, [this](UnloadReason) { files_.SetSession(false); });
+  shutDown_.On(UnloadStep::kUnloadClasses, [this](UnloadReason) {
+    system_.link.Close();
+    system_.loop.Quit();
+  });
+}
+
+StartResult fMain::CheckPaths() {
+  if (folders_.ProgramData().empty() || folders_.ProgramFolder().empty()) {
+    messages_.MsgBoxForward(
+        LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi), kMsgError);
+    return StartResult::kEnd;
+  }
+  ErrorHandling().Switches = LoadSpecSwitches(ini_, folders_).Debug;
+  if (!folders_.Notice().empty()) messages_.MsgBoxForward(folders_.Notice(), kMsgWarning);
+  return StartResult::kGoOn;
+}
+
+// One copy for each data folder: the endpoint's name is made of the folder's.
+StartResult fMain::OpenEndpoint() {
+  const bool open = system_.link.Open(HandleForText(folders_.ProgramData()), helpers_, startedByRestart_);
+  return open ? StartResult::kGoOn : StartResult::kEnd;
+}
+
+void fMain::AskFirstStart() {
+  settingsStore_.LoadSetting();
+  const std::string path = folders_.GetMainPath({});
+  if (TerminalView::IsInteractive()) {
+    if (const auto answers = FirstStart(system_.terminal).Run(settings_.FritzBox.Host, settings_.NCID.Host)) {
+      SaveFirstStart(*answers);
+      return;
+    }
+  }
+  settingsStore_.SaveSettings_Config();
+  settingsStore_.SaveSettings_AVM();
+  system_.terminal.Tell(
+      LoadLangKey("FirstStart_Info_EditFile",
+                  "Erster Start mit Vorgaben. Für eine FRITZ!Box CallMode_CAPI=0 und CallMode_AVM=1 setzen in"_ansi) +
+      " " + path);
+}
+
+void fMain::SaveFirstStart(const FirstStartAnswers& answers) {
+  auto& general = settings_.General;
+  general.CallMode_CAPI = answers.CallMode_CAPI;
+  general.CallMode_AVM = answers.CallMode_AVM;
+  general.CallMode_NCID = answers.CallMode_NCID;
+  if (answers.CallMode_AVM) {
+    general.AVM_SaveOutgoingCalls = true;
+    settings_.FritzBox.Host = answers.Host;
+  }
+  if (answers.CallMode_NCID) settings_.NCID.Host = answers.Host;
+  general.myVWL = answers.myVWL;
+  general.myVWO = answers.myVWO;
+  settingsStore_.SaveSettings_Config();
+  settingsStore_.SaveVersion();
+  settingsStore_.SaveSettings_AVM();
+  settingsStore_.SaveSettings_NCID();
+}
+
+void fMain::LoadLanguage() {
+  modLanguage::LanguageInit(ini_.GetSettStr("General", "Language", modLanguage::CurrentCode(), {}, true),
+                            [this](std::string_view name) -> std::optional<std::string> {
+                              std::string text;
+                              if (!system_.files.Read(folders_.GetMainPath(name), text)) return std::nullopt;
+                              return text;
+                            });
+}
+
+void fMain::LoadSettings() {
+  settingsStore_.LoadSetting();
+  settingsStore_.CheckConfigFile(checkWritten_, settings_.FileCheck.Check);
+}
+
+void fMain::BackupFiles() {
+  if (!settings_.General.BackupAtStartUp) return;
+  for (const char* file : {"Vorlixbook.txt", "Vorlixjournal.txt"}) {
+    files_.FileMakeBackup(folders_.BookPath() + file, settings_.General.BackupCount);
+  }
+}
+
+StartResult fMain::InitWait() {
+  if (!startedByAuto_) {
+    ErrorHandling().LogDebug_Timing("Vorlix start user");
+    return StartResult::kGoOn;
+  }
+  const int delay = settings_.General.AutoRunDelay;
+  if (delay == 0) return StartResult::kGoOn;
+  display_.ChangeDisplayData(LoadLangKey("Display_Msg_InitWait", "Bitte warten"_ansi) + " " + std::to_string(delay) +
+                             " sek");
+  wait_ = std::make_unique<StartWait>(system_.loop, std::chrono::seconds(delay), [this] { startUp_.Continue(); });
+  return StartResult::kWait;
+}
+
+// A helper program that is missing costs that source only.
+void fMain::RegisterSource(int source, bool& mode) {
+  if (helpers_.Socket_Proc_Init(source)) return;
+  mode = false;
+  ErrorHandling().ErrorLogForceWrite("modProcMessage.Socket_Proc_Init", {source});
+  display_.DisplayUpdate(false);
+}
+
+// A helper tells soon how its line stands; without one there is nothing to wait for.
+void fMain::ShowFirstState() {
+  system_.terminal.ShowLine(VersionText() + ", " + LoadLangKey("Console_Label_DataFolder", "Datenordner"_ansi) + " " +
+                            folders_.ProgramData());
+  if (!settings_.General.CallMode_AVM && !settings_.General.CallMode_NCID) display_.DisplayUpdate(false);
+}
+
+}  // namespace vorlix

@@ -1,0 +1,54 @@
+#include "companions/shared/SocketCompanion.h"
+
+#include <charconv>
+#include <string_view>
+#include <utility>
+
+namespace vorlix {
+
+SocketCompanion::SocketCompanion(Ports ports, WindowHandle main, std::uint32_t source)
+    : ports_(std::move(ports)),
+      main_(ports_.link, ports_.loop, main, source,
+            [this](const std::string& reason) {
+              Debug("leaving: " + reason);
+              ports_.loop.Quit();
+            }),
+      connection_(ports_.loop, *this, MessageLink::kMostText, ports_.makeClient) {}
+
+bool SocketCompanion::Start(const ServerAddress& server) {
+  if (!main_.Start()) return false;
+  Debug("connecting to " + server.host + ":" + std::to_string(server.port));
+  connection_.Start(server.host, server.port);
+  return true;
+}
+
+void SocketCompanion::OnLine(const std::string& line) {
+  Debug("line: " + line);
+  main_.Tell(MainProgramLink::kLine, line);
+}
+
+void SocketCompanion::OnUp() {
+  Debug("connected");
+  main_.Tell(MainProgramLink::kConnected);
+}
+
+void SocketCompanion::OnDown(const std::string& reason) {
+  Debug("lost: " + reason);
+  main_.Tell(MainProgramLink::kLost);
+}
+
+void SocketCompanion::Debug(const std::string& text) const {
+  if (ports_.debug) ports_.debug(text);
+}
+
+CompanionArguments ParseCompanionArguments(int count, const char* const* arguments) {
+  CompanionArguments parsed;
+  if (count < 2) return parsed;
+  const std::string_view handle = arguments[1];
+  const auto [end, error] = std::from_chars(handle.data(), handle.data() + handle.size(), parsed.main);
+  if (error != std::errc{} || end != handle.data() + handle.size()) parsed.main = 0;
+  parsed.debug = count > 2 && std::string_view(arguments[2]) == "debug";
+  return parsed;
+}
+
+}  // namespace vorlix
