@@ -1,11 +1,11 @@
 // How long a router's line takes until its journal line is on disk: through the real program and its helper, and beside
 // it the same line through one TCP connection into the same kind of file, which is the least any program needs.
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <netinet/tcp.h>
 #include <sys/inotify.h>
-
 #include <thread>
+
+#include <benchmark/benchmark.h>
 
 #include "app/RunningVorlix.h"
 #include "app/TestRouter.h"
@@ -115,8 +115,8 @@ void FloodOfHundredThousandLines(benchmark::State& state) {
         router.Send(CallLine(100000 + i) + "\r\n" + kEndLine + "\r\n");
       }
     });
-    const bool done = program.WaitFor(
-        [&] { return program.Output().find("Erfolglos   0149999") != std::string::npos; }, std::chrono::seconds(120));
+    const bool done = program.WaitFor([&] { return program.Output().find("Erfolglos   0149999") != std::string::npos; },
+                                      std::chrono::seconds(120));
     sender.join();
     state.PauseTiming();
     const std::string journal = program.Journal();

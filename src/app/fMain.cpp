@@ -40,8 +40,9 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       startUp_(system.loop),
       shutDown_(timers_, state_) {
   ErrorHandling().Attach(logs_, system_.loop.GetClock(), "PRG");
-  ErrorHandling().SetShowMessage(
-      [this](std::string_view text, int style, std::string_view title) { messages_.MsgBoxForward(text, style, title); });
+  ErrorHandling().SetShowMessage([this](std::string_view text, int style, std::string_view title) {
+    messages_.MsgBoxForward(text, style, title);
+  });
   ErrorHandling().TraceInfoMessage(true);
   helpers_.Bind(kSourceAVM, router_);
   AttachStartUp();
@@ -53,10 +54,11 @@ fMain::~fMain() {
 }
 
 PipelinePorts fMain::Ports() {
-  return {system_.loop, timers_,   pipelineSettings_, messages_, numbers_,     ownNumbers_,    book_,
-          teleControl_, blocking_, schedules_,        copy_,     journal_,     exports_,       mail_,
-          programs_,    search_,   display_,          balloon_,  journalWindow_, newCallsWindow_, maxiDisplay_,
-          cardWindow_,  sound_,    maps_,             capi_,     prefixInput_, simulation_};
+  return {system_.loop,   timers_,         pipelineSettings_, messages_,   numbers_, ownNumbers_,
+          book_,          teleControl_,    blocking_,         schedules_,  copy_,    journal_,
+          exports_,       mail_,           programs_,         search_,     display_, balloon_,
+          journalWindow_, newCallsWindow_, maxiDisplay_,      cardWindow_, sound_,   maps_,
+          capi_,          prefixInput_,    simulation_};
 }
 
 ClockJobs fMain::Jobs() {
@@ -110,8 +112,8 @@ void fMain::AttachShutDown() {
 
 StartResult fMain::CheckPaths() {
   if (folders_.ProgramData().empty() || folders_.ProgramFolder().empty()) {
-    messages_.MsgBoxForward(
-        LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi), kMsgError);
+    messages_.MsgBoxForward(LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi),
+                            kMsgError);
     return StartResult::kEnd;
   }
   ErrorHandling().Switches = LoadSpecSwitches(ini_, folders_).Debug;

@@ -1,9 +1,8 @@
-#include <pwd.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <pwd.h>
+#include <unistd.h>
 
 #include "app/CommandLine.h"
 #include "app/fMain.h"

@@ -8,16 +8,17 @@
 namespace vorlix {
 
 CallPipeline::CallPipeline(PipelinePorts ports, PipelineState& state) : ports_(ports), state_(state) {
-  ports_.timers.tmSoundRepeat->SetTick(
-      [this] { Trapped("fMain.tmSoundRepeat_Timer", [this] { SoundRepeat(); }); });
+  ports_.timers.tmSoundRepeat->SetTick([this] { Trapped("fMain.tmSoundRepeat_Timer", [this] { SoundRepeat(); }); });
 }
 
 DateTime CallPipeline::CAPI_FunctionsForwarder(int source, int event, std::int32_t PLCI, std::int16_t CIP,
                                                std::string& number, const std::string& MSN, bool simulated) {
   return Trapped(
       "fMain.CAPI_FunctionsHelper",
-      [&] { return CAPI_FunctionsHelper({source, event, PLCI, CIP, number, MSN, simulated}); }, source, event, PLCI, CIP,
-      number, MSN, simulated);
+      [&] {
+        return CAPI_FunctionsHelper({source, event, PLCI, CIP, number, MSN, simulated});
+      },
+      source, event, PLCI, CIP, number, MSN, simulated);
 }
 
 DateTime CallPipeline::CAPI_FunctionsHelper(const Event& event) {

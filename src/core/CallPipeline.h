@@ -1,6 +1,6 @@
-// The one pipeline through which every call travels. Each line source turns what it receives into the numbered events of
-// core/call_events.h; here a new call is looked up, judged, shown, reported and, at its end, journalled. The order of
-// the steps is the behaviour, so each event reads from top to bottom as the list of its steps.
+// The one pipeline through which every call travels. Each line source turns what it receives into the numbered events
+// of core/call_events.h; here a new call is looked up, judged, shown, reported and, at its end, journalled. The order
+// of the steps is the behaviour, so each event reads from top to bottom as the list of its steps.
 #pragma once
 
 #include <cstdint>

@@ -51,8 +51,8 @@ MainTimers::MainTimers(MessageLoop& loop) {
 }
 
 void MainTimers::AllTimerStart() {
-  for (const Member timer : {&MainTimers::tmStartUp, &MainTimers::tmGripOver, &MainTimers::tmSekMinHourDay,
-                             &MainTimers::tmServiceDDE}) {
+  for (const Member timer :
+       {&MainTimers::tmStartUp, &MainTimers::tmGripOver, &MainTimers::tmSekMinHourDay, &MainTimers::tmServiceDDE}) {
     (this->*timer)->SetEnabled(true);
   }
 }

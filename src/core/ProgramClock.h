@@ -19,8 +19,8 @@ enum class JournalPeriod : int { kNone = 0, kMonth = 1, kQuarter = 2, kYear = 3 
 // "yyyymm" of the last archiving.
 std::optional<std::string> PeriodToArchive(JournalPeriod backup, const std::string& lastDate, const DateTime& now);
 
-// True when the automatic check for updates is due. `days` is an index into the intervals 1, 3, 7 and 14 days; `last` is
-// the day of the last check as a number, 0 for never.
+// True when the automatic check for updates is due. `days` is an index into the intervals 1, 3, 7 and 14 days; `last`
+// is the day of the last check as a number, 0 for never.
 bool IsUpdateDue(int days, double last, const DateTime& now);
 
 // The settings that the clock's decisions read.

@@ -58,7 +58,8 @@ void ShutDown::Run(UnloadReason reason) {
   for (const StepRow& row : kSteps) {
     if (row.trace != nullptr) Trace(row.trace);
     if (const auto job = jobs_.find(row.step); job != jobs_.end()) {
-      Trapped("fMain.Form_Unload", [&] { job->second(reason); }, row.trace == nullptr ? "" : row.trace);
+      Trapped(
+          "fMain.Form_Unload", [&] { job->second(reason); }, row.trace == nullptr ? "" : row.trace);
     }
     if (row.step == UnloadStep::kUnloadClasses) Trace("Unload complete");
   }

@@ -1,5 +1,5 @@
-// The end of the program as one list of steps in their order: the driver is released before the helper programs, and the
-// session ends when everything is written. Rooms attach their job to a step, as at the start.
+// The end of the program as one list of steps in their order: the driver is released before the helper programs, and
+// the session ends when everything is written. Rooms attach their job to a step, as at the start.
 #pragma once
 
 #include <functional>

@@ -23,9 +23,9 @@ enum CallEvent : int {
   kEventCAPIRegistered = 8,
   kEventCAPIInitEnd = 9,
   kEventCAPIListenFailed = 10,
-  kEventLock = 11,           // a CAPI indication is about to be worked on
+  kEventLock = 11,  // a CAPI indication is about to be worked on
   kEventNewCall = 12,
-  kEventNewCallEnd = 13,     // the section of the new call is finished
+  kEventNewCallEnd = 13,  // the section of the new call is finished
   kEventCallEnd = 14,
   kEventConnectActive = 15,  // a call that we took ourselves is connected
 };

@@ -1,5 +1,5 @@
-// What a line source reports beside the pipeline, for whoever shows the course of a call: the pipeline knows only that a
-// call has ended, and dialled calls never enter it.
+// What a line source reports beside the pipeline, for whoever shows the course of a call: the pipeline knows only that
+// a call has ended, and dialled calls never enter it.
 #pragma once
 
 #include "core/oDataCall.h"

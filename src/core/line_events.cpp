@@ -33,9 +33,9 @@ DriverMessage MessageOf(int event) {
               LoadLangKey("Display_Msg_CAPIHardwareRequired",
                           "Für diese Betriebsart ist eine ISDN-Hardware mit CAPI2.0-Treiber erforderlich!"_ansi)};
     case kEventCAPINotInstalled:
-      return {event, true, "Msg:Not found", NotFound(),
-              LoadLangKey("Display_Msg_CAPINoHardwareDriver",
-                          "Es ist keine Hardware oder kein Treiber installiert!"_ansi)};
+      return {
+          event, true, "Msg:Not found", NotFound(),
+          LoadLangKey("Display_Msg_CAPINoHardwareDriver", "Es ist keine Hardware oder kein Treiber installiert!"_ansi)};
     case kEventCAPIIncompatible:
       return {event, true, "Msg:Not comp", RegisterFail(),
               LoadLangKey("Display_Msg_CAPIIncompatible", "Der Treiber ist nicht kompatibel!"_ansi)};

@@ -120,9 +120,11 @@ void CallPipeline::StartProgram(const Passage& passage) {
   const bool searched = call.Name().empty() && options_.AutoSearch;
   const bool waits = searched && options_.RunInversDelay;
   const bool twice = searched && !waits && options_.RunInversRefresh;
-  ports_.programs.Add({call.DataNumber(), call.DataNumber(), call.CallDateTime, call.MSN, call.Name(), call.Address(),
-                       call.CIP, waits},
-                      waits ? RunTiming::kAfterSearch : twice ? RunTiming::kNowAndAfterSearch : RunTiming::kNow);
+  ports_.programs.Add(
+      {call.DataNumber(), call.DataNumber(), call.CallDateTime, call.MSN, call.Name(), call.Address(), call.CIP, waits},
+      waits   ? RunTiming::kAfterSearch
+      : twice ? RunTiming::kNowAndAfterSearch
+              : RunTiming::kNow);
 }
 
 void CallPipeline::ShowCall(const Passage& passage) {

@@ -8,11 +8,11 @@ namespace vorlix {
 
 // The seven texts that a number analysis gives.
 struct NumberTexts {
-  std::string VW_Only;               // country and area code as they stand in the number
-  std::string VW_NumberOnly;         // the rest
-  std::string VW_FormatedFull;       // the number as shown, with place and country
-  std::string VW_FormatedNumber;     // the number as shown, without names
-  std::string VW_FormatedLocation;   // place (country)
+  std::string VW_Only;              // country and area code as they stand in the number
+  std::string VW_NumberOnly;        // the rest
+  std::string VW_FormatedFull;      // the number as shown, with place and country
+  std::string VW_FormatedNumber;    // the number as shown, without names
+  std::string VW_FormatedLocation;  // place (country)
   std::string VW_StateName;
   std::string VW_CityName;
 };

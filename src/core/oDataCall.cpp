@@ -41,8 +41,8 @@ CallCard& oDataCall::MutableCard() {
 
 bool oDataCall::HaveVCard() const {
   const CallCard& card = Card();
-  const std::string* texts[] = {&card.BookVCardData,     &card.BookVCsName,      &card.BookVCsNote,
-                                &card.BookVCsImage,      &card.BookVCsTermName1, &card.BookVCsTermName2,
+  const std::string* texts[] = {&card.BookVCardData,   &card.BookVCsName,      &card.BookVCsNote,
+                                &card.BookVCsImage,    &card.BookVCsTermName1, &card.BookVCsTermName2,
                                 &card.BookVCsTermName3};
   for (const std::string* text : texts) {
     if (!text->empty()) return true;

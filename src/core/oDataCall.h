@@ -56,8 +56,8 @@ class oDataCall : public CollectionItem {
   std::int16_t MSN_BlockMainMenu = 0;  // 0 none, 1 mnuBlockAll, 2 mnuBlockAllByTime, 3 both
   std::int32_t PLCI = 0;
   std::int32_t NCCI = 0;
-  bool Blocked = false;  // the call was refused
-  bool Active = false;   // ringing and not refused
+  bool Blocked = false;   // the call was refused
+  bool Active = false;    // ringing and not refused
   bool Fernwirk = false;  // remote-control call
   std::int16_t CIP = 0;
   std::uint8_t BlockFunction = 0;  // which rule refused it

@@ -1,6 +1,6 @@
 // What the call pipeline needs of the rest of the system. It knows what happens to a call and in which order; these
-// small interfaces do it. Each has a null object that does what a system without that part would do, so a program can be
-// put together from any subset.
+// small interfaces do it. Each has a null object that does what a system without that part would do, so a program can
+// be put together from any subset.
 #pragma once
 
 #include <cstdint>
@@ -97,8 +97,8 @@ class MailQueue {
 // How a started program deals with a reverse search that is still to come.
 enum class RunTiming {
   kNow,
-  kAfterSearch,          // it waits for the result
-  kNowAndAfterSearch,    // it runs now, and once more with the name found
+  kAfterSearch,        // it waits for the result
+  kNowAndAfterSearch,  // it runs now, and once more with the name found
 };
 
 // One program start that a call asks for.

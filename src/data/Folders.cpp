@@ -74,8 +74,8 @@ void Folders::DataBesideProgram(const FileStore& files, const std::string& defau
   const std::string lineEnd(kLineEnd);
   notice_ = std::string("Das aktuelle Datenverzeichnis ist"_ansi) + " " + programFolder_ + lineEnd + lineEnd +
             std::string("In einem Unterverzeichnis von"_ansi) + " " + programFolder_ + " " +
-            std::string("ist das Schreiben nicht erlaubt!"_ansi) + lineEnd + programFolder_ +
-            std::string(kPathsFile) + " " + std::string("wird ignoriert!"_ansi) + lineEnd +
+            std::string("ist das Schreiben nicht erlaubt!"_ansi) + lineEnd + programFolder_ + std::string(kPathsFile) +
+            " " + std::string("wird ignoriert!"_ansi) + lineEnd +
             std::string("Bitte lassen Sie das Problem vom Setup korrigieren!"_ansi);
 }
 

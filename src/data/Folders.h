@@ -1,7 +1,7 @@
 // Where everything lies. Found first of all, before any setting.
 //
-// Inside the program a file has a logical name with backslashes: "\data\", "\log\", "\archiv\", "\backup\" and "\update\"
-// lie below ProgramData, "\base\" below the program folder. Anything else is a real path of the system.
+// Inside the program a file has a logical name with backslashes: "\data\", "\log\", "\archiv\", "\backup\" and
+// "\update\" lie below ProgramData, "\base\" below the program folder. Anything else is a real path of the system.
 #pragma once
 
 #include <string>

@@ -43,8 +43,7 @@ std::vector<Maintenance::Place> Maintenance::Places(const std::string& holidayCo
 std::string Maintenance::Maintenance_Backup(const std::set<BackupItem>& ticked, const std::string& comment,
                                             const std::string& holidayCountry, const std::string& skin) {
   return Trapped("fSettings.Maintenance_Backup", [&] {
-    const std::string target =
-        ports_.folders.GetMainPath(kBackupRoot) + FolderName(ports_.clock.Now()) + "/";
+    const std::string target = ports_.folders.GetMainPath(kBackupRoot) + FolderName(ports_.clock.Now()) + "/";
     if (!MakeDirectory(ports_.files.Store(), target)) throw Fault(75, "make folder " + target);
     std::string report;
     for (const Place& place : Places(holidayCountry, skin)) {
@@ -91,12 +90,16 @@ void Maintenance::AddGenerations(std::vector<BackupEntry>& entries, const char* 
 }
 
 bool Maintenance::Maintenance_Restore(const BackupEntry& entry) {
-  return Trapped("fSettings.Maintenance_Restore", [&] {
-    if (entry.key.starts_with("M")) return RestoreFolder(ports_.folders.GetMainPath(kBackupRoot) + entry.name + "/");
-    // A generation gets the name of its file again.
-    const std::string file(entry.key.starts_with("B") ? kBookFile : kJournalFile);
-    return RestoreFile(ports_.folders.BookPath() + entry.name, ports_.folders.BookPath() + file);
-  }, entry.key);
+  return Trapped(
+      "fSettings.Maintenance_Restore",
+      [&] {
+        if (entry.key.starts_with("M"))
+          return RestoreFolder(ports_.folders.GetMainPath(kBackupRoot) + entry.name + "/");
+        // A generation gets the name of its file again.
+        const std::string file(entry.key.starts_with("B") ? kBookFile : kJournalFile);
+        return RestoreFile(ports_.folders.BookPath() + entry.name, ports_.folders.BookPath() + file);
+      },
+      entry.key);
 }
 
 bool Maintenance::RestoreFolder(const std::string& folder) {

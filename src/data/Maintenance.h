@@ -32,8 +32,8 @@ enum class BackupItem {
 // the journal, each with a number.
 struct BackupEntry {
   std::string key;
-  std::string name;     // the folder's name, or that of the generation's file
-  std::string comment;  // of a folder; empty where there is none
+  std::string name;           // the folder's name, or that of the generation's file
+  std::string comment;        // of a folder; empty where there is none
   std::int64_t modified = 0;  // of a generation; as FileInfo::modified
 };
 
@@ -50,8 +50,9 @@ class Maintenance {
   // All ports must outlive the object.
   explicit Maintenance(Ports ports) : ports_(ports) {}
 
-  // Copies the ticked items into a new folder below "\backup\" named by the moment, with the comment if there is one, and
-  // shows the report. `holidayCountry` and `skin` name the files of those two. Gives the report, a line for each file.
+  // Copies the ticked items into a new folder below "\backup\" named by the moment, with the comment if there is one,
+  // and shows the report. `holidayCountry` and `skin` name the files of those two. Gives the report, a line for each
+  // file.
   std::string Maintenance_Backup(const std::set<BackupItem>& ticked, const std::string& comment,
                                  const std::string& holidayCountry, const std::string& skin);
 

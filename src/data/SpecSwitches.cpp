@@ -20,8 +20,8 @@ SpecSwitches LoadSpecSwitches(modAPI_INI& ini, const Folders& folders) {
     bool LogModeSwitches::*member;
   };
   constexpr LogKey kLogKeys[] = {
-      {"Export", &LogModeSwitches::Export},   {"Mail", &LogModeSwitches::Mail},
-      {"Inverse", &LogModeSwitches::Inverse}, {"Update", &LogModeSwitches::Update},
+      {"Export", &LogModeSwitches::Export},           {"Mail", &LogModeSwitches::Mail},
+      {"Inverse", &LogModeSwitches::Inverse},         {"Update", &LogModeSwitches::Update},
       {"Send2Script", &LogModeSwitches::Send2Script}, {"NTService", &LogModeSwitches::NTService},
   };
   const std::string file = folders.ProgramFolder() + "/Vorlixspec.ini";

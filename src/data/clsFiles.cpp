@@ -45,34 +45,40 @@ bool clsFiles::IsLastSessionCrashed() {
 }
 
 bool clsFiles::FileWrite_Data(const std::string& path, std::string_view line, int backupCount) {
-  return Trapped("clsFiles_FileWrite_Data", [&] {
-    if (FileExist(path) && rotation_.backupCountStep) {
-      if (++rotation_.BackupWriteCounter >= rotation_.backupCountStep()) {
-        rotation_.BackupWriteCounter = 0;
-        FileMakeBackup(path, backupCount);
-      }
-    }
-    return MakeFile(path, line, true);
-  }, path);
+  return Trapped(
+      "clsFiles_FileWrite_Data",
+      [&] {
+        if (FileExist(path) && rotation_.backupCountStep) {
+          if (++rotation_.BackupWriteCounter >= rotation_.backupCountStep()) {
+            rotation_.BackupWriteCounter = 0;
+            FileMakeBackup(path, backupCount);
+          }
+        }
+        return MakeFile(path, line, true);
+      },
+      path);
 }
 
 void clsFiles::FileMakeBackup(const std::string& path, int count, const std::function<void()>& delay) {
   if (count < 1) return;
-  Trapped("clsFiles_FileMakeBackup", [&] {
-    const std::string base = Replace(path, ".txt", "");
-    const std::string newest = base + ".bak";
-    const std::string oldest = count > 1 ? Generation(base, count - 1) : newest;
-    Report("Del=" + oldest, FileDelete(oldest), " Not found");
-    if (count > 1) {
-      if (delay) delay();
-      for (int i = count - 2; i >= 1; --i) {
-        RotateOne(Generation(base, i), Generation(base, i + 1));
-      }
-      RotateOne(newest, Generation(base, 1));
-    }
-    if (delay) delay();
-    if (FileExist(path)) Report("Copy=" + newest, FileCopy(path, newest, true), " FileNotExist");
-  }, path, count);
+  Trapped(
+      "clsFiles_FileMakeBackup",
+      [&] {
+        const std::string base = Replace(path, ".txt", "");
+        const std::string newest = base + ".bak";
+        const std::string oldest = count > 1 ? Generation(base, count - 1) : newest;
+        Report("Del=" + oldest, FileDelete(oldest), " Not found");
+        if (count > 1) {
+          if (delay) delay();
+          for (int i = count - 2; i >= 1; --i) {
+            RotateOne(Generation(base, i), Generation(base, i + 1));
+          }
+          RotateOne(newest, Generation(base, 1));
+        }
+        if (delay) delay();
+        if (FileExist(path)) Report("Copy=" + newest, FileCopy(path, newest, true), " FileNotExist");
+      },
+      path, count);
 }
 
 void clsFiles::RotateOne(const std::string& from, const std::string& to) {
@@ -105,15 +111,19 @@ std::string clsFiles::Trimmed(const std::string& path, std::size_t limit) {
 }
 
 std::string clsFiles::fOpenFileToStream(const std::string& path, int& lineCount) {
-  return Trapped("clsFiles_fOpenFileToStream", [&] {
-    lineCount = 0;
-    std::string text;
-    if (!FileExist(path)) return text;
-    if (const IoResult read = files_.Read(path, text); !read) throw Fault(read.error, read.text);
-    const bool onlyLf = !text.empty() && text.find(kLineEnd) == std::string::npos && text.find('\n') != std::string::npos;
-    lineCount = static_cast<int>(onlyLf ? CountOf(text, "\n") / 2 + 1 : RowsOf(text));
-    return text;
-  }, path);
+  return Trapped(
+      "clsFiles_fOpenFileToStream",
+      [&] {
+        lineCount = 0;
+        std::string text;
+        if (!FileExist(path)) return text;
+        if (const IoResult read = files_.Read(path, text); !read) throw Fault(read.error, read.text);
+        const bool onlyLf =
+            !text.empty() && text.find(kLineEnd) == std::string::npos && text.find('\n') != std::string::npos;
+        lineCount = static_cast<int>(onlyLf ? CountOf(text, "\n") / 2 + 1 : RowsOf(text));
+        return text;
+      },
+      path);
 }
 
 std::vector<std::string> clsFiles::fStreamToArray(std::string& stream, std::string_view delimiter) {
@@ -123,16 +133,19 @@ std::vector<std::string> clsFiles::fStreamToArray(std::string& stream, std::stri
 }
 
 bool clsFiles::WriteArrayToFile(const std::string& path, const std::vector<std::string>& lines) {
-  return Trapped("clsFiles_WriteArrayToFile", [&] {
-    if (lines.size() > kMostElements) throw Fault(kFaultOverflow, "Overflow");
-    std::string text;
-    for (const std::string& line : lines) {
-      if (!line.empty()) text += line + std::string(kLineEnd);
-    }
-    const IoResult written = OverwriteMakingFolder(files_, path, text);
-    if (!written) throw Fault(written.error, written.text);
-    return true;
-  }, path);
+  return Trapped(
+      "clsFiles_WriteArrayToFile",
+      [&] {
+        if (lines.size() > kMostElements) throw Fault(kFaultOverflow, "Overflow");
+        std::string text;
+        for (const std::string& line : lines) {
+          if (!line.empty()) text += line + std::string(kLineEnd);
+        }
+        const IoResult written = OverwriteMakingFolder(files_, path, text);
+        if (!written) throw Fault(written.error, written.text);
+        return true;
+      },
+      path);
 }
 
 bool clsFiles::MakeFile(const std::string& path, std::string_view text, bool append) {

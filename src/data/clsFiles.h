@@ -43,8 +43,8 @@ class clsFiles {
   // lines from its beginning, down to three quarters.
   bool FileWrite_Log(const std::string& path, std::string_view text, int maximumKB);
 
-  // The whole file; empty when it is missing. lineCount counts CR LF, plus a last line without; a text without any CR LF
-  // gives half its LF plus one, by which callers size their arrays.
+  // The whole file; empty when it is missing. lineCount counts CR LF, plus a last line without; a text without any CR
+  // LF gives half its LF plus one, by which callers size their arrays.
   std::string fOpenFileToStream(const std::string& path, int& lineCount);
   // Splits the trimmed text and empties it; with CR LF as delimiter a text that has only LF is split at LF.
   static std::vector<std::string> fStreamToArray(std::string& stream, std::string_view delimiter = "\r\n");
@@ -55,7 +55,8 @@ class clsFiles {
   // True if the file has `maximum` lines or more; `count` is set to its lines.
   bool CheckFileMaxLines(const std::string& path, int maximum, int& count);
   int GetFileRowCount(const std::string& path);
-  // `count` + 1 lines from the beginning, or the last ones from upper bound minus `count` on; -1 means all. Comment lines
+  // `count` + 1 lines from the beginning, or the last ones from upper bound minus `count` on; -1 means all. Comment
+  // lines
   // (";") only when asked for.
   static std::string fStream_GetLastLines(const std::string& stream, int count, bool fromEnd, bool withComments);
   // Without line ends at the beginning and the end.

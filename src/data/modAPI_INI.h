@@ -45,8 +45,8 @@ class modAPI_INI {
   // At most 254 characters, as a number with four decimal places.
   double GetSettCur(std::string_view section, std::string_view key, double fallback, std::string_view file = {});
 
-  // Writes one value; does nothing while SettingsWriteBlocked is set. A file that cannot be written gives no error here:
-  // the check at the start finds it.
+  // Writes one value; does nothing while SettingsWriteBlocked is set. A file that cannot be written gives no error
+  // here: the check at the start finds it.
   void SetSettStr(std::string_view section, std::string_view key, std::string_view value, std::string_view file = {});
 
   // Not subject to that flag.

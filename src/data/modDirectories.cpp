@@ -18,8 +18,7 @@ constexpr std::string_view kShipped[] = {
 };
 
 constexpr std::string_view kMade[] = {
-    R"(\data\)",   R"(\log\)",    R"(\archiv\)",          R"(\backup\)",
-    R"(\update\)", R"(\data\callerpics\)", R"(\data\search\)",
+    R"(\data\)", R"(\log\)", R"(\archiv\)", R"(\backup\)", R"(\update\)", R"(\data\callerpics\)", R"(\data\search\)",
 };
 
 std::string WithoutFinalSlash(std::string path) {

@@ -36,7 +36,8 @@ class oJournalLine : public oDataCall {
 
 std::string FileField(std::string_view text) {
   std::string field(text);
-  std::replace_if(field.begin(), field.end(), [](char c) { return c == kTab || c == '\r' || c == '\n'; }, ' ');
+  std::replace_if(
+      field.begin(), field.end(), [](char c) { return c == kTab || c == '\r' || c == '\n'; }, ' ');
   return field;
 }
 
@@ -56,8 +57,8 @@ std::string Tail(const oDataCall& call) {
          kTab + std::to_string(call.AVMCallperiod);
 }
 
-// A rewritten line carries the value that was read into BlockIndex, where a live line carries the rule that ran; and any
-// mark but none becomes "1".
+// A rewritten line carries the value that was read into BlockIndex, where a live line carries the rule that ran; and
+// any mark but none becomes "1".
 std::string RewrittenLine(const oDataCall& call, bool resetViewed) {
   const char* mark = call.NewCall && !resetViewed ? "1" : "0";
   return Head(call) + kTab + std::to_string(call.BlockIndex) + kTab + std::to_string(call.CIP) + kTab + mark + kTab +
@@ -103,17 +104,20 @@ std::string modJournal::GetCallDataAsFileString(const oDataCall& call) {
 }
 
 void modJournal::WriteCallDataToJournalFile(const std::string& line) {
-  Trapped("modJournal.WriteCallDataToJournalFile", [&] {
-    const std::string path = JournalPath();
-    lines_.BeforeLine(path);
-    if (!ports_.files.FileWrite_Data(path, line, ports_.backupCount())) return;
-    lines_.AfterLine(path);
-    if (lines_.Count() < kMostLines) return;
-    ErrorHandling().LogDebug_Export("Call end - Archive data by MAX J BEGIN");
-    const DateTime now = ports_.clock.Now();
-    ports_.archive.JournalAuslagern(false, Padded(now.Year(), 4) + Padded(now.Month(), 2), true);
-    ErrorHandling().LogDebug_Export("Call end - Archive data by MAX J END");
-  }, line);
+  Trapped(
+      "modJournal.WriteCallDataToJournalFile",
+      [&] {
+        const std::string path = JournalPath();
+        lines_.BeforeLine(path);
+        if (!ports_.files.FileWrite_Data(path, line, ports_.backupCount())) return;
+        lines_.AfterLine(path);
+        if (lines_.Count() < kMostLines) return;
+        ErrorHandling().LogDebug_Export("Call end - Archive data by MAX J BEGIN");
+        const DateTime now = ports_.clock.Now();
+        ports_.archive.JournalAuslagern(false, Padded(now.Year(), 4) + Padded(now.Month(), 2), true);
+        ErrorHandling().LogDebug_Export("Call end - Archive data by MAX J END");
+      },
+      line);
 }
 
 void modJournal::WriteCallActiveData(const clsCollection& activeCalls) {
@@ -122,16 +126,20 @@ void modJournal::WriteCallActiveData(const clsCollection& activeCalls) {
 
 void modJournal::WriteCallActiveData(const std::string& path, const clsCollection& activeCalls) {
   if (path.empty()) return;
-  Trapped("modJournal.WriteCallActiveData", [&] {
-    std::string text;
-    for (std::size_t i = 1; i <= activeCalls.Count(); ++i) {
-      const auto call = std::dynamic_pointer_cast<oDataCall>(activeCalls.GetItemByIndex(i));
-      if (!call) continue;
-      text += Head(*call) + kTab + "0" + kTab + std::to_string(call->CIP) + kTab + "0" + kTab + std::string(kLineEnd);
-    }
-    const IoResult written = OverwriteMakingFolder(ports_.files.Store(), path, text);
-    if (!written) throw Fault(written.error, written.text);
-  }, path);
+  Trapped(
+      "modJournal.WriteCallActiveData",
+      [&] {
+        std::string text;
+        for (std::size_t i = 1; i <= activeCalls.Count(); ++i) {
+          const auto call = std::dynamic_pointer_cast<oDataCall>(activeCalls.GetItemByIndex(i));
+          if (!call) continue;
+          text +=
+              Head(*call) + kTab + "0" + kTab + std::to_string(call->CIP) + kTab + "0" + kTab + std::string(kLineEnd);
+        }
+        const IoResult written = OverwriteMakingFolder(ports_.files.Store(), path, text);
+        if (!written) throw Fault(written.error, written.text);
+      },
+      path);
 }
 
 modJournal::Item modJournal::J_MakeItem(std::string_view line, bool noLookup) {
@@ -167,16 +175,20 @@ bool modJournal::J_CheckItem(std::vector<std::string>& fields) {
 }
 
 bool modJournal::WriteJournalData(const std::string& path, const std::vector<Item>& items, bool resetViewed) {
-  return Trapped("modJournal.WriteJournalData", [&] {
-    if (ports_.blocks.JournalWriteBlocked || path.empty() || !ports_.files.FileExist(path)) return false;
-    std::string text;
-    std::for_each(items.rbegin(), items.rend(), [&](const Item& item) {
-      if (item && !item->DataNumber().empty()) text += RewrittenLine(*item, resetViewed) + std::string(kLineEnd);
-    });
-    const IoResult written = ports_.files.Store().Overwrite(path, text);
-    if (!written) ErrorHandling().ErrorLogWithMsgBox("modJournal.WriteJournalData", {path}, written.error, written.text);
-    return static_cast<bool>(written);
-  }, path);
+  return Trapped(
+      "modJournal.WriteJournalData",
+      [&] {
+        if (ports_.blocks.JournalWriteBlocked || path.empty() || !ports_.files.FileExist(path)) return false;
+        std::string text;
+        std::for_each(items.rbegin(), items.rend(), [&](const Item& item) {
+          if (item && !item->DataNumber().empty()) text += RewrittenLine(*item, resetViewed) + std::string(kLineEnd);
+        });
+        const IoResult written = ports_.files.Store().Overwrite(path, text);
+        if (!written)
+          ErrorHandling().ErrorLogWithMsgBox("modJournal.WriteJournalData", {path}, written.error, written.text);
+        return static_cast<bool>(written);
+      },
+      path);
 }
 
 // Newest first; a line that is no journal line leaves an empty element.
@@ -187,7 +199,8 @@ std::vector<modJournal::Item> modJournal::ReadItems(const std::string& path) {
   if (stream.empty()) return items;
   const std::vector<std::string> lines = clsFiles::fStreamToArray(stream);
   items.reserve(lines.size());
-  std::for_each(lines.rbegin(), lines.rend(), [&](const std::string& line) { items.push_back(J_MakeItem(line, true)); });
+  std::for_each(lines.rbegin(), lines.rend(),
+                [&](const std::string& line) { items.push_back(J_MakeItem(line, true)); });
   return items;
 }
 
@@ -197,17 +210,20 @@ void modJournal::SetCallPeriodInJournalFile(const oDataCall& call) {
 
 void modJournal::SetCallPeriodInJournalFile(const std::string& path, const oDataCall& call) {
   // The label is the one that users of the log know for this walk and its sister.
-  Trapped("modVorlix_ResetViewedInJournalFile ArrayReverse", [&] {
-    const std::string number = FileField(call.DataNumber());
-    const std::vector<Item> items = ReadItems(path);
-    const auto match = std::find_if(items.begin(), items.end(), [&](const Item& item) {
-      return item && std::abs(item->CallDateTime.DaysSince(call.CallDateTime)) < kPeriodWithinDays &&
-             item->DataNumber() == number;
-    });
-    if (match == items.end()) return;
-    (*match)->AVMCallperiod = call.AVMCallperiod;
-    WriteJournalData(path, items, false);
-  }, path, call.DataNumber());
+  Trapped(
+      "modVorlix_ResetViewedInJournalFile ArrayReverse",
+      [&] {
+        const std::string number = FileField(call.DataNumber());
+        const std::vector<Item> items = ReadItems(path);
+        const auto match = std::find_if(items.begin(), items.end(), [&](const Item& item) {
+          return item && std::abs(item->CallDateTime.DaysSince(call.CallDateTime)) < kPeriodWithinDays &&
+                 item->DataNumber() == number;
+        });
+        if (match == items.end()) return;
+        (*match)->AVMCallperiod = call.AVMCallperiod;
+        WriteJournalData(path, items, false);
+      },
+      path, call.DataNumber());
 }
 
 }  // namespace vorlix

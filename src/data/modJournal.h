@@ -1,10 +1,13 @@
-// The journal: one line for each finished call in "Vorlixjournal.txt", fields separated by TAB, oldest first, and beside
-// it "Vorlixactive.txt" with the calls in progress. Journal arrays in memory are the other way round, newest first.
+// The journal: one line for each finished call in "Vorlixjournal.txt", fields separated by TAB, oldest first, and
+// beside it "Vorlixactive.txt" with the calls in progress. Journal arrays in memory are the other way round, newest
+// first.
 //
-//   date TAB time TAB number TAB own number TAB block function TAB service TAB new-call mark TAB note TAB direction TAB period
+//   date TAB time TAB number TAB own number TAB block function TAB service TAB new-call mark TAB note TAB direction TAB
+//   period
 //
 // The mark is "1" for a call not yet seen and "2" for one that the service took. Whatever bytes a field was given, none
-// can end the field or the line: control characters become blanks, a note's line ends and TABs are written as "<CR>" and
+// can end the field or the line: control characters become blanks, a note's line ends and TABs are written as "<CR>"
+// and
 // "<TB>".
 #pragma once
 

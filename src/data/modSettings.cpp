@@ -49,21 +49,27 @@ void modSettings::LoadSetting() {
 }
 
 void modSettings::LoadKeys(std::string_view section, std::string_view keyStart) {
-  Trapped("modSettings.LoadKeys", [&] {
-    const modAPI_INI::Batch once(ports_.ini);
-    for (const SettingRow& row : SettingsTable()) {
-      if (row.section == section && row.key.starts_with(keyStart)) Load(row);
-    }
-  }, section);
+  Trapped(
+      "modSettings.LoadKeys",
+      [&] {
+        const modAPI_INI::Batch once(ports_.ini);
+        for (const SettingRow& row : SettingsTable()) {
+          if (row.section == section && row.key.starts_with(keyStart)) Load(row);
+        }
+      },
+      section);
 }
 
 void modSettings::SaveKeys(std::string_view section, std::string_view keyStart) {
-  Trapped("modSettings.SaveKeys", [&] {
-    const modAPI_INI::Batch once(ports_.ini);
-    for (const SettingRow& row : SettingsTable()) {
-      if (row.section == section && row.key.starts_with(keyStart)) Store(row);
-    }
-  }, section);
+  Trapped(
+      "modSettings.SaveKeys",
+      [&] {
+        const modAPI_INI::Batch once(ports_.ini);
+        for (const SettingRow& row : SettingsTable()) {
+          if (row.section == section && row.key.starts_with(keyStart)) Store(row);
+        }
+      },
+      section);
 }
 
 void modSettings::SaveSettings_Config() {

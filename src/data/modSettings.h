@@ -68,8 +68,8 @@ class modSettings {
   bool IsFirstStart();
 
   // The start's check of the settings file: WriteCheck() puts the present moment into it, LoadSetting() reads it back,
-  // and CheckConfigFile() compares the two. False for a file that cannot be written; a broken one is deleted, a good one
-  // backed up.
+  // and CheckConfigFile() compares the two. False for a file that cannot be written; a broken one is deleted, a good
+  // one backed up.
   std::string WriteCheck();
   bool CheckConfigFile(const std::string& written, const std::string& read);
 

@@ -46,10 +46,10 @@ bool modSettings::CheckConfigFile(const std::string& written, const std::string&
 void modSettings::RemoveBrokenFile(const std::string& path) {
   const bool hasBackup = ports_.files.Stat(path + ".bak").IsFile();
   const std::string advice =
-      hasBackup ? Lines({LoadLangKey("Message_BackupExists", "Eine Sicherung der Datei ist vorhanden!"_ansi),
-                         LoadLangKey("Message_RemoveFileExtByRename",
-                                     "Entfernen Sie beim Umbenennen die Endung .bak!"_ansi)})
-                : LoadLangKey("Message_ReConfigTheProgram", "Bitte stellen Sie das Programm neu ein!"_ansi);
+      hasBackup
+          ? Lines({LoadLangKey("Message_BackupExists", "Eine Sicherung der Datei ist vorhanden!"_ansi),
+                   LoadLangKey("Message_RemoveFileExtByRename", "Entfernen Sie beim Umbenennen die Endung .bak!"_ansi)})
+          : LoadLangKey("Message_ReConfigTheProgram", "Bitte stellen Sie das Programm neu ein!"_ansi);
   const bool deleted = static_cast<bool>(ports_.files.Remove(path));
   const std::string text =
       deleted ? Lines({LoadLangKey("Message_ConfigFileFault", "Die Konfigurationsdatei ist fehlerhaft!"_ansi),
@@ -89,10 +89,9 @@ void modSettings::TellPrefixNote() {
 // The errors of the former version say nothing about this one: counting begins anew.
 void modSettings::TellNewVersion(const std::string& former) {
   const std::string now = ProgramVersionText();
-  ports_.messages.MsgBoxNew(
-      Lines({LoadLangKey("ModuleSettings_Msg_IsNewVersion", "Vorlix wurde aktualisiert!"_ansi), "",
-             former + " --> " + now}),
-      kMsgInformation);
+  ports_.messages.MsgBoxNew(Lines({LoadLangKey("ModuleSettings_Msg_IsNewVersion", "Vorlix wurde aktualisiert!"_ansi),
+                                   "", former + " --> " + now}),
+                            kMsgInformation);
   SaveErrorMessageShow(true);
   const IoResult removed = ports_.files.Remove(ports_.folders.GetMainPath(clsErrorHandling::kFileLogError));
   if (!removed) ErrorHandling().ErrorLogNew(kDeleteLabel, {}, removed.error, removed.text);

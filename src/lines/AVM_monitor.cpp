@@ -221,9 +221,9 @@ void AVM_monitor::EnterPeriod(const oDataCall& call) {
 
 void AVM_monitor::LogRawLine(const std::string& line, int maximumKB) {
   const DateTime now = ports_.clock.Now();
-  ports_.logs.FileWrite_Log(
-      R"(\log\raw_avm.txt)",
-      GetFormatedDateByDate(now) + " " + GetFormatedTime(now) + "|" + WithoutControls(line), maximumKB);
+  ports_.logs.FileWrite_Log(R"(\log\raw_avm.txt)",
+                            GetFormatedDateByDate(now) + " " + GetFormatedTime(now) + "|" + WithoutControls(line),
+                            maximumKB);
 }
 
 void AVM_monitor::ConnectionLost() {

@@ -6,7 +6,8 @@
 //   28.08.10 10:25:40;CONNECT;2;4;04066969012;             extension, number
 //   28.08.10 10:26:40;DISCONNECT;2;60;                     seconds
 //
-// The connection id (the third field) is all that ties the lines of a call together, and the router uses it again at once.
+// The connection id (the third field) is all that ties the lines of a call together, and the router uses it again at
+// once.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// The main program's side of the helper link: one clsProcMessage for each source that is on, and the way of each message
-// to the source it belongs to.
+// The main program's side of the helper link: one clsProcMessage for each source that is on, and the way of each
+// message to the source it belongs to.
 #pragma once
 
 #include <map>

@@ -1,5 +1,6 @@
-// The course of the calls as a list of lines, the display of a terminal: one line for each ring, answer, end and refusal,
-// and one whenever the state of the line interfaces changes. Decides what is shown; how it looks is the view's.
+// The course of the calls as a list of lines, the display of a terminal: one line for each ring, answer, end and
+// refusal, and one whenever the state of the line interfaces changes. Decides what is shown; how it looks is the
+// view's.
 #pragma once
 
 #include <map>

@@ -32,10 +32,9 @@ bool FirstStart::AskSource(FirstStartAnswers& answers) {
 
 bool FirstStart::AskHost(FirstStartAnswers& answers, const std::string& routerHost, const std::string& serverHost) {
   if (answers.CallMode_CAPI) return true;
-  const std::string question =
-      answers.CallMode_AVM
-          ? LoadLangKey("FirstStart_Label_Router", "Name oder Adresse der FRITZ!Box"_ansi)
-          : LoadLangKey("FirstStart_Label_Server", "Name oder Adresse des NCID-Servers"_ansi);
+  const std::string question = answers.CallMode_AVM
+                                   ? LoadLangKey("FirstStart_Label_Router", "Name oder Adresse der FRITZ!Box"_ansi)
+                                   : LoadLangKey("FirstStart_Label_Server", "Name oder Adresse des NCID-Servers"_ansi);
   const auto host = view_.Ask(question, answers.CallMode_AVM ? routerHost : serverHost);
   if (host) answers.Host = *host;
   return host.has_value();
@@ -47,8 +46,8 @@ bool FirstStart::AskCode(const std::string& question, const std::string& fallbac
       code = *answer;
       return true;
     }
-    view_.Tell(LoadLangKey("InputAreaCode_Info_CheckChangeInput",
-                           "Bitte kontrollieren und ergänzen Sie die Angaben!"_ansi));
+    view_.Tell(
+        LoadLangKey("InputAreaCode_Info_CheckChangeInput", "Bitte kontrollieren und ergänzen Sie die Angaben!"_ansi));
   }
   return false;
 }

@@ -25,7 +25,10 @@ struct Decoded {
 Decoded DecodeUtf8(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text[0]);
   if (lead < 0x80) return {lead, 1};
-  const std::size_t length = lead >= 0xF0 && lead < 0xF5 ? 4 : lead >= 0xE0 && lead < 0xF0 ? 3 : lead >= 0xC2 && lead < 0xE0 ? 2 : 0;
+  const std::size_t length = lead >= 0xF0 && lead < 0xF5   ? 4
+                             : lead >= 0xE0 && lead < 0xF0 ? 3
+                             : lead >= 0xC2 && lead < 0xE0 ? 2
+                                                           : 0;
   if (length == 0 || text.size() < length) return {};
   char32_t character = lead & (0x7Fu >> length);
   for (std::size_t i = 1; i < length; ++i) {

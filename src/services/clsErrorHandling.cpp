@@ -96,7 +96,8 @@ void clsErrorHandling::ErrorLogNew(std::string_view routine, const TraceParams& 
 void clsErrorHandling::WriteErrorLine(std::string_view routine, const std::string& parameters, bool message, bool force,
                                       int number, std::string_view description) try {
   if (number == kFaultCancelled || (!force && number == 0)) return;
-  if (Tracing()) AddTraceEntry("!ERROR!", parameters + " - " + std::to_string(number) + ", " + std::string(description));
+  if (Tracing())
+    AddTraceEntry("!ERROR!", parameters + " - " + std::to_string(number) + ", " + std::string(description));
   std::string line = VersionText() + Uptime() + " " + std::string(routine);
   if (force || number != 0) line += " + " + std::to_string(number);
   if (force || !description.empty()) line += " + " + ControlsNamed(description);
@@ -205,8 +206,8 @@ void clsErrorHandling::WriteDebugLine(bool wanted, std::string_view text, const 
 
 void clsErrorHandling::LogMissingText(std::string_view key, std::string_view fallback) {
   if (store_ == nullptr || !store_->IsReady()) return;
-  store_->FileWrite_Log(R"(\log\language.log)", VersionText() + " | " + std::string(key) + " | " + std::string(fallback),
-                        0);
+  store_->FileWrite_Log(R"(\log\language.log)",
+                        VersionText() + " | " + std::string(key) + " | " + std::string(fallback), 0);
 }
 
 void clsErrorHandling::LogDebug_Export(std::string_view text, const TraceParams& params) {

@@ -45,8 +45,7 @@ struct TraceParam {
   TraceParam(const std::string& value) : kind(Kind::kText), text(value) {}
   TraceParam(const char* value) : kind(Kind::kText), text(value) {}
   template <class T>
-    requires std::is_arithmetic_v<T>
-  TraceParam(T value)
+  requires std::is_arithmetic_v<T> TraceParam(T value)
       : kind(std::same_as<T, bool> ? Kind::kFlag : Kind::kNumber), number(static_cast<double>(value)) {}
   TraceParam(std::nullptr_t) {}
 };

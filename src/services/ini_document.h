@@ -1,8 +1,8 @@
 // The text of an INI file under the rules of the Windows profile functions: section and key names without case, the
 // first match wins, ";" begins a comment line, blanks around names and values and one pair of quotes around a value are
 // dropped. A change touches its own line only; every other byte stays. A byte-order mark, NUL bytes and lines that are
-// no entry are kept and not read. A section that stands twice counts as one. Works on text alone; who owns the file reads
-// and writes it.
+// no entry are kept and not read. A section that stands twice counts as one. Works on text alone; who owns the file
+// reads and writes it.
 #pragma once
 
 #include <cstddef>
@@ -44,7 +44,7 @@ class IniDocument {
   void Insert(std::size_t number, const std::string& content);
   std::string_view LineEnd() const;
 
-  std::vector<std::string> lines_;  // each with its own line end
+  std::vector<std::string> lines_;                            // each with its own line end
   std::unordered_map<std::string, std::size_t> entries_;      // lower-case "section\nkey" -> its line
   std::unordered_map<std::string, std::size_t> sectionEnds_;  // lower-case name -> the line where a new entry goes
 };

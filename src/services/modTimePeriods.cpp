@@ -1,9 +1,8 @@
 #include "services/modTimePeriods.h"
 
-#include <locale.h>
-
 #include <cstdlib>
 #include <ctime>
+#include <locale.h>
 #include <optional>
 #include <vector>
 

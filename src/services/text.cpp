@@ -115,7 +115,8 @@ std::optional<int> LeadingInteger(std::string_view text) {
     if (!IsDigit(digit) || value > INT_MAX) break;
     value = value * 10 + (digit - '0');
   }
-  return static_cast<int>(std::clamp(negative ? -value : value, static_cast<long long>(INT_MIN), static_cast<long long>(INT_MAX)));
+  return static_cast<int>(
+      std::clamp(negative ? -value : value, static_cast<long long>(INT_MIN), static_cast<long long>(INT_MAX)));
 }
 
 bool IsDigits(std::string_view text) {

@@ -27,7 +27,8 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 bool ContainsNoCase(std::string_view text, std::string_view part);
 bool StartsWithNoCase(std::string_view text, std::string_view start);
 
-// True for an optional sign, digits and at most one decimal point or comma, blanks around allowed; false for an empty text.
+// True for an optional sign, digits and at most one decimal point or comma, blanks around allowed; false for an empty
+// text.
 bool IsNumeric(std::string_view text);
 
 // The leading whole number of a text, as the profile functions read it: blanks, sign, digits; what follows is ignored,

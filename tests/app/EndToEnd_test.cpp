@@ -1,8 +1,8 @@
 // The built program with its real helper, against a router of the test's own.
+#include <regex>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <regex>
 
 #include "RunningVorlix.h"
 #include "TestRouter.h"

@@ -1,10 +1,10 @@
 // Whatever moment the program is killed at, the journal keeps every line that was reported, and none is half.
-#include <gtest/gtest.h>
-
 #include <random>
 #include <regex>
 #include <set>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "RunningVorlix.h"
 #include "TestRouter.h"
@@ -24,8 +24,7 @@ std::set<std::string> Reported(const std::string& output) {
 
 // The numbers in a journal; a line that is not whole fails the test.
 std::set<std::string> Journalled(const std::string& journal) {
-  static const std::regex kLine(
-      "\\d\\d\\.\\d\\d\\.\\d{4}\t\\d\\d:\\d\\d:\\d\\d\t(\\d+)\t77\t0\t16\t1\t\t0\t\\d+");
+  static const std::regex kLine("\\d\\d\\.\\d\\d\\.\\d{4}\t\\d\\d:\\d\\d:\\d\\d\t(\\d+)\t77\t0\t16\t1\t\t0\t\\d+");
   std::set<std::string> numbers;
   std::size_t begin = 0;
   while (begin < journal.size()) {

@@ -1,19 +1,18 @@
 // The built program with its helper in a data folder of its own, as a test drives it: output read through a pipe.
 #pragma once
 
-#include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
-#include <stdlib.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <poll.h>
+#include <signal.h>
 #include <sstream>
+#include <stdlib.h>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 namespace vorlix {

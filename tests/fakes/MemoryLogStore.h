@@ -1,4 +1,5 @@
-// A LogStore that keeps its files in memory and can fail on demand. Log lines carry no date, so that a test can name them.
+// A LogStore that keeps its files in memory and can fail on demand. Log lines carry no date, so that a test can name
+// them.
 #pragma once
 
 #include <algorithm>

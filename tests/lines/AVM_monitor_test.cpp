@@ -1,9 +1,9 @@
 #include "lines/AVM_monitor.h"
 
+#include <random>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <random>
 
 #include "fakes/FakeClock.h"
 #include "fakes/LineFakes.h"
@@ -201,11 +201,13 @@ TEST_F(AVM_monitorTest, LinesOfOtherKindsSetNothingOff) {
 
 TEST_F(AVM_monitorTest, RandomBytesNeverLeaveAControlCharacterInAJournalField) {
   std::mt19937 random(1);
-  const std::string words[] = {";", "RING", "CALL", "CONNECT", "DISCONNECT", "0", "1", "\t", "\n", "\xFF", "28.08.10 10:22:07"};
+  const std::string words[] = {";", "RING", "CALL", "CONNECT", "DISCONNECT",       "0",
+                               "1", "\t",   "\n",   "\xFF",    "28.08.10 10:22:07"};
   for (int i = 0; i < 5000; ++i) {
     std::string line;
     for (unsigned k = random() % 12; k > 0; --k) {
-      line += random() % 4 == 0 ? std::string(1, static_cast<char>(random() % 256)) : words[random() % std::size(words)];
+      line +=
+          random() % 4 == 0 ? std::string(1, static_cast<char>(random() % 256)) : words[random() % std::size(words)];
     }
     monitor.AVM_GetMessage(line, false);
   }

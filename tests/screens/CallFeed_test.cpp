@@ -64,7 +64,8 @@ TEST_F(CallFeedTest, ShowsTheCourseOfACallInOneLineForEachStep) {
   feed.OnAnswered(*call);
   call->AVMCallperiod = 3725;
   feed.OnEnded(*call);
-  EXPECT_THAT(Taken(), ElementsAre("Anruf       0171555 an 1234", "Angenommen  0171555", "Beendet     0171555, 1:02:05"));
+  EXPECT_THAT(Taken(),
+              ElementsAre("Anruf       0171555 an 1234", "Angenommen  0171555", "Beendet     0171555, 1:02:05"));
 }
 
 TEST_F(CallFeedTest, TellsMissedFromUnreachedCalls) {

@@ -1,8 +1,8 @@
 #include "screens/FirstStart.h"
 
-#include <gtest/gtest.h>
-
 #include <deque>
+
+#include <gtest/gtest.h>
 
 namespace vorlix {
 namespace {

@@ -49,7 +49,8 @@ int main(int count, char** arguments) {
   const SignalWatch signals(reactor, [&reactor](int) { reactor.Quit(); });
   SocketMessageLink link(reactor);
   SocketCompanion companion(
-      {reactor, link, [&reactor](TcpClient::Listener& listener) { return std::make_unique<PosixTcpClient>(reactor, listener); },
+      {reactor, link,
+       [&reactor](TcpClient::Listener& listener) { return std::make_unique<PosixTcpClient>(reactor, listener); },
        given.debug ? PrintDebug : nullptr},
       given.main, kSource);
   if (!companion.Start(ReadServer())) return 1;

@@ -34,8 +34,8 @@ void LineConnection::OnConnected() {
   if (std::exchange(state_, State::kUp) != State::kUp) listener_.OnUp();
 }
 
-// A server that accepts and hangs up at once is no better than one that refuses: the wait begins anew only behind a line
-// or a connection that lasted.
+// A server that accepts and hangs up at once is no better than one that refuses: the wait begins anew only behind a
+// line or a connection that lasted.
 void LineConnection::OnData(std::string_view bytes) {
   splitter_.Feed(bytes, [this](const std::string& line) {
     delay_.Reset();

@@ -1,4 +1,5 @@
-// A helper program's side of the link to the main program: life signs, messages in their order, and the reasons to leave.
+// A helper program's side of the link to the main program: life signs, messages in their order, and the reasons to
+// leave.
 #pragma once
 
 #include <chrono>
@@ -15,20 +16,21 @@ namespace vorlix {
 
 class MainProgramLink : public MessageLink::Receiver {
  public:
-  static constexpr std::chrono::seconds kLifeSign{3};
+  static constexpr std::chrono::seconds kLifeSign{4};
   // So many life signs may stay without an answer.
-  static constexpr int kMostUnanswered = 10;
+  static constexpr int kMostUnanswered = 8;
   // While the main program is busy, so many messages wait; beyond, the oldest are given up.
   static constexpr std::size_t kMostWaiting = 1000;
 
   enum Command : std::uint32_t { kLine = 1, kSign = 2, kEnd = 5, kConnected = 6, kLost = 7 };
 
-  // `leave` is called once, when this program has no more reason to run: the main program is gone, it said so, or another
-  // instance has taken over. Link and loop must outlive the object.
+  // `leave` is called once, when this program has no more reason to run: the main program is gone, it said so, or
+  // another instance has taken over. Link and loop must outlive the object.
   MainProgramLink(MessageLink& link, MessageLoop& loop, WindowHandle main, std::uint32_t source,
                   std::function<void(const std::string& reason)> leave);
 
-  // Ends a former instance for the same main program and gives the first life sign. False when no endpoint is to be had.
+  // Ends a former instance for the same main program and gives the first life sign. False when no endpoint is to be
+  // had.
   bool Start();
   void Tell(Command command, const std::string& text = {});
 
