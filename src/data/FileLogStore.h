@@ -12,7 +12,7 @@ class FileLogStore : public LogStore {
   // Both must outlive the object.
   FileLogStore(clsFiles& files, const Folders& folders) : files_(files), folders_(folders) {}
 
-  bool IsReady() const override { return true; }
+  bool IsReady() const override { return !folders_.ProgramData().empty(); }
   bool FileWrite_Log(std::string_view path, std::string_view text, int maximumKB) override {
     return files_.FileWrite_Log(folders_.GetMainPath(path), text, maximumKB);
   }

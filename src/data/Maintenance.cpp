@@ -1,6 +1,8 @@
 #include "data/Maintenance.h"
 
+#include "services/ansi.h"
 #include "services/clsErrorHandling.h"
+#include "services/modLanguage.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -44,8 +46,13 @@ std::string Maintenance::Maintenance_Backup(const std::set<BackupItem>& ticked, 
                                             const std::string& holidayCountry, const std::string& skin) {
   return Trapped("fSettings.Maintenance_Backup", [&] {
     const std::string target = ports_.folders.GetMainPath(kBackupRoot) + FolderName(ports_.clock.Now()) + "/";
-    if (!MakeDirectory(ports_.files.Store(), target)) throw Fault(75, "make folder " + target);
     std::string report;
+    if (!MakeDirectory(ports_.files.Store(), target)) {
+      report = LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi) +
+               std::string(kLineEnd) + target;
+      ports_.messages.MsgBoxForward(report, kMsgError, "Vorlix-Backup");
+      return report;
+    }
     for (const Place& place : Places(holidayCountry, skin)) {
       if (!ticked.contains(place.item)) continue;
       report += Maintenance_FileCopyBackup(place.folder, place.file, target + place.below) + std::string(kLineEnd);

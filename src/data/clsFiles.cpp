@@ -30,6 +30,13 @@ bool IsComment(std::string_view line) {
   return Trim(line).starts_with(';');
 }
 
+// What is left of a text, at most so many bytes, when whole lines are cut off at its beginning.
+std::string LastLines(const std::string& text, std::size_t most) {
+  if (text.size() <= most) return text;
+  const auto lineEnd = text.find('\n', text.size() - most - 1);
+  return lineEnd == std::string::npos ? std::string() : text.substr(lineEnd + 1);
+}
+
 std::string Generation(const std::string& base, int number) {
   return base + ".b0" + std::to_string(number);
 }
@@ -66,48 +73,46 @@ void clsFiles::FileMakeBackup(const std::string& path, int count, const std::fun
       [&] {
         const std::string base = Replace(path, ".txt", "");
         const std::string newest = base + ".bak";
-        const std::string oldest = count > 1 ? Generation(base, count - 1) : newest;
-        Report("Del=" + oldest, FileDelete(oldest), " Not found");
         if (count > 1) {
+          DeleteOne("Del=", Generation(base, count - 1));
           if (delay) delay();
           for (int i = count - 2; i >= 1; --i) {
             RotateOne(Generation(base, i), Generation(base, i + 1));
           }
           RotateOne(newest, Generation(base, 1));
+        } else {
+          DeleteOne("Delete=", newest);
         }
         if (delay) delay();
-        if (FileExist(path)) Report("Copy=" + newest, FileCopy(path, newest, true), " FileNotExist");
+        Report("Copy=" + newest, FileExist(path) && FileCopy(path, newest, true), "FileNotExist");
       },
       path, count);
 }
 
+void clsFiles::DeleteOne(const std::string& step, const std::string& file) {
+  Report(step + file, FileExist(file) && FileDelete(file), " Not found");
+}
+
 void clsFiles::RotateOne(const std::string& from, const std::string& to) {
-  if (FileExist(from)) Report("Ren=" + from, FileRename(from, to), " FileExist");
+  const bool there = FileExist(from);
+  Report("Ren=" + from, there && FileRename(from, to), there ? "FileExist" : " Not found");
 }
 
 // The rotation goes on whatever a single step gave; who looks for the reason switches the trace on.
-void clsFiles::Report(std::string_view step, bool good, std::string_view failure) const {
+void clsFiles::Report(const std::string& step, bool good, std::string_view failure) const {
   if (!ErrorHandling().Tracing()) return;
-  ErrorHandling().LogDebug_Other(std::string(step) + std::string(good ? " OK" : failure));
+  ErrorHandling().LogDebug_Trace("clsFiles_FileMakeBackup", {step + std::string(good ? " OK" : failure)});
 }
 
 bool clsFiles::FileWrite_Log(const std::string& path, std::string_view text, int maximumKB) {
   const std::string line = LogDatePrefix(clock_.Now()) + std::string(text) + std::string(kLineEnd);
   const std::size_t limit = maximumKB < 1 ? 0 : static_cast<std::size_t>(maximumKB) * 1024;
-  if (limit == 0 || files_.Stat(path).size <= limit) {
+  std::string log;
+  // A log that cannot be read is not thrown away for being too long.
+  if (limit == 0 || files_.Stat(path).size <= limit || !files_.Read(path, log)) {
     return static_cast<bool>(AppendMakingFolder(files_, path, line, false));
   }
-  return static_cast<bool>(files_.Overwrite(path, Trimmed(path, limit) + line));
-}
-
-// The file's last lines, at most three quarters of the limit.
-std::string clsFiles::Trimmed(const std::string& path, std::size_t limit) {
-  std::string text;
-  if (!files_.Read(path, text)) return {};
-  const std::size_t most = limit - limit / 4;
-  if (text.size() <= most) return text;
-  const auto lineEnd = text.find('\n', text.size() - most - 1);
-  return lineEnd == std::string::npos ? std::string() : text.substr(lineEnd + 1);
+  return static_cast<bool>(files_.Overwrite(path, LastLines(log, limit - limit / 4) + line));
 }
 
 std::string clsFiles::fOpenFileToStream(const std::string& path, int& lineCount) {
@@ -206,6 +211,7 @@ bool clsFiles::FileCopy(const std::string& source, const std::string& target, bo
 }
 
 bool clsFiles::fDirExist(std::string_view path, bool create) {
+  if (path.empty()) return false;
   std::string folder = fFileSep(path);
   if (folder.size() > 1) folder.pop_back();
   if (files_.Stat(folder).IsFolder()) return true;

@@ -55,9 +55,8 @@ class clsFiles {
   // True if the file has `maximum` lines or more; `count` is set to its lines.
   bool CheckFileMaxLines(const std::string& path, int maximum, int& count);
   int GetFileRowCount(const std::string& path);
-  // `count` + 1 lines from the beginning, or the last ones from upper bound minus `count` on; -1 means all. Comment
-  // lines
-  // (";") only when asked for.
+  // `count` + 1 lines from the beginning, or the last ones from upper bound minus `count` on; -1 means all. Lines that
+  // are comments (";") only when asked for.
   static std::string fStream_GetLastLines(const std::string& stream, int count, bool fromEnd, bool withComments);
   // Without line ends at the beginning and the end.
   static std::string TrimCR(std::string_view text);
@@ -69,9 +68,9 @@ class clsFiles {
   bool fDirExist(std::string_view path, bool create);
 
  private:
-  std::string Trimmed(const std::string& path, std::size_t limit);
+  void DeleteOne(const std::string& step, const std::string& file);
   void RotateOne(const std::string& from, const std::string& to);
-  void Report(std::string_view step, bool good, std::string_view failure) const;
+  void Report(const std::string& step, bool good, std::string_view failure) const;
 
   FileStore& files_;
   modAPI_INI& ini_;

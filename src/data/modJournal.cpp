@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "services/clsErrorHandling.h"
 #include "services/modTimePeriods.h"
@@ -32,29 +33,25 @@ class oJournalLine : public oDataCall {
  public:
   using oDataCall::oDataCall;
   std::string DateText, TimeText;
+  std::shared_ptr<CollectionItem> Clone() const override { return std::make_shared<oJournalLine>(*this); }
 };
-
-std::string FileField(std::string_view text) {
-  std::string field(text);
-  std::replace_if(
-      field.begin(), field.end(), [](char c) { return c == kTab || c == '\r' || c == '\n'; }, ' ');
-  return field;
-}
 
 std::string Stamp(const oDataCall& call) {
   const auto* line = dynamic_cast<const oJournalLine*>(&call);
-  if (line != nullptr && !line->CallDateTime) return line->DateText + kTab + line->TimeText;
+  if (line != nullptr && !line->CallDateTime) {
+    return WithoutControls(line->DateText) + kTab + WithoutControls(line->TimeText);
+  }
   return call.CallDateView() + kTab + call.CallTimeView();
 }
 
 // Fields 0 to 3, the same in every form of a line.
 std::string Head(const oDataCall& call) {
-  return Stamp(call) + kTab + FileField(call.DataNumber()) + kTab + FileField(call.MSN);
+  return Stamp(call) + kTab + WithoutControls(call.DataNumber()) + kTab + WithoutControls(call.MSN);
 }
 
 std::string Tail(const oDataCall& call) {
-  return FileField(NotizParsing(true, call.Notiz())) + kTab + std::to_string(static_cast<int>(call.AVMDirection)) +
-         kTab + std::to_string(call.AVMCallperiod);
+  return WithoutControls(NotizParsing(true, call.Notiz())) + kTab +
+         std::to_string(static_cast<int>(call.AVMDirection)) + kTab + std::to_string(call.AVMCallperiod);
 }
 
 // A rewritten line carries the value that was read into BlockIndex, where a live line carries the rule that ran; and
@@ -65,11 +62,13 @@ std::string RewrittenLine(const oDataCall& call, bool resetViewed) {
          Tail(call);
 }
 
+// A number too large for its member is held at the nearest end: it must not turn into some other valid one.
 template <class Number>
 void ReadNumber(const std::vector<std::string>& fields, Field field, Number& member) {
-  if (field < fields.size() && IsNumeric(fields[field])) {
-    member = static_cast<Number>(LeadingInteger(fields[field]).value_or(0));
-  }
+  using Limits = std::numeric_limits<Number>;
+  if (field >= fields.size() || !IsNumeric(fields[field])) return;
+  member =
+      static_cast<Number>(std::clamp<int>(LeadingInteger(fields[field]).value_or(0), Limits::min(), Limits::max()));
 }
 
 }  // namespace
@@ -143,9 +142,17 @@ void modJournal::WriteCallActiveData(const std::string& path, const clsCollectio
 }
 
 modJournal::Item modJournal::J_MakeItem(std::string_view line, bool noLookup) {
-  if (line.find(kTab) == std::string_view::npos) return nullptr;
-  std::vector<std::string> fields = Split(line, "\t");
-  if (!J_CheckItem(fields)) return nullptr;
+  return Trapped("modJournal.J_MakeItem", [&]() -> Item {
+    if (line.find(kTab) == std::string_view::npos) return nullptr;
+    std::vector<std::string> fields = Split(line, "\t");
+    if (!J_CheckItem(fields)) return nullptr;
+    const Item call = ItemOf(fields);
+    if (!noLookup && !IsUnknownNumber(call->DataNumber())) ports_.names.Fill(*call);
+    return call;
+  });
+}
+
+modJournal::Item modJournal::ItemOf(const std::vector<std::string>& fields) {
   auto call = std::make_shared<oJournalLine>(&ports_.numbers);
   call->CallDateTime = CDateNew(fields[kDate], fields[kTime]);
   if (!call->CallDateTime) {
@@ -160,9 +167,10 @@ modJournal::Item modJournal::J_MakeItem(std::string_view line, bool noLookup) {
   call->NewCallByService = fields[kNew] == "2";
   call->NewCall = fields[kNew] == "1" || call->NewCallByService;
   call->Notiz(fields[kNotiz]);
-  ReadNumber(fields, kDirection, call->AVMDirection);
+  std::int16_t direction = 0;
+  ReadNumber(fields, kDirection, direction);
+  call->AVMDirection = CallDirection{direction};
   ReadNumber(fields, kPeriod, call->AVMCallperiod);
-  if (!noLookup && !IsUnknownNumber(call->DataNumber())) ports_.names.Fill(*call);
   return call;
 }
 
@@ -197,6 +205,8 @@ std::vector<modJournal::Item> modJournal::ReadItems(const std::string& path) {
   std::string stream = ports_.files.fOpenFileToStream(path, count);
   std::vector<Item> items;
   if (stream.empty()) return items;
+  // An editor may have left LF alone, and the lines since then end in CR LF: both kinds end a record.
+  stream = Replace(stream, kLineEnd, "\n");
   const std::vector<std::string> lines = clsFiles::fStreamToArray(stream);
   items.reserve(lines.size());
   std::for_each(lines.rbegin(), lines.rend(),
@@ -213,7 +223,7 @@ void modJournal::SetCallPeriodInJournalFile(const std::string& path, const oData
   Trapped(
       "modVorlix_ResetViewedInJournalFile ArrayReverse",
       [&] {
-        const std::string number = FileField(call.DataNumber());
+        const std::string number = WithoutControls(call.DataNumber());
         const std::vector<Item> items = ReadItems(path);
         const auto match = std::find_if(items.begin(), items.end(), [&](const Item& item) {
           return item && std::abs(item->CallDateTime.DaysSince(call.CallDateTime)) < kPeriodWithinDays &&

@@ -2,13 +2,11 @@
 // beside it "Vorlixactive.txt" with the calls in progress. Journal arrays in memory are the other way round, newest
 // first.
 //
-//   date TAB time TAB number TAB own number TAB block function TAB service TAB new-call mark TAB note TAB direction TAB
-//   period
+//   date, time, number, own number, block function, service, new-call mark, note, direction, period
 //
 // The mark is "1" for a call not yet seen and "2" for one that the service took. Whatever bytes a field was given, none
 // can end the field or the line: control characters become blanks, a note's line ends and TABs are written as "<CR>"
-// and
-// "<TB>".
+// and "<TB>".
 #pragma once
 
 #include <functional>
@@ -110,6 +108,7 @@ class modJournal : public CallRecords {
   std::string JournalPath() const;
 
  private:
+  Item ItemOf(const std::vector<std::string>& fields);
   std::vector<Item> ReadItems(const std::string& path);
 
   Ports ports_;

@@ -28,7 +28,8 @@ bool MakeDirectory(FileStore& files, std::string_view path) {
   const std::string whole = fFileSep(path);
   for (auto slash = whole.find('/', 1); slash != std::string::npos; slash = whole.find('/', slash + 1)) {
     const std::string level = whole.substr(0, slash);
-    if (!files.Stat(level).IsFolder() && !files.MakeFolder(level)) return false;
+    // Another process may make the same folder in between.
+    if (!files.Stat(level).IsFolder() && !files.MakeFolder(level) && !files.Stat(level).IsFolder()) return false;
   }
   return true;
 }

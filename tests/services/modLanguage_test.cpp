@@ -1,0 +1,59 @@
+#include "services/modLanguage.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeClock.h"
+#include "fakes/MemoryLogStore.h"
+#include "services/ansi.h"
+
+namespace vorlix {
+namespace {
+
+class modLanguageTest : public testing::Test {
+ protected:
+  ~modLanguageTest() override {
+    modLanguage::SetDevelopmentRun(false);
+    Init("de", std::nullopt);
+  }
+  void Init(std::string_view code, const std::optional<std::string>& text) {
+    modLanguage::LanguageInit(code, [&](std::string_view path) {
+      asked = path;
+      return text;
+    });
+  }
+  std::string asked;
+};
+
+TEST_F(modLanguageTest, WithoutAFileEveryTextIsItsDefault) {
+  Init("xx", std::nullopt);
+  EXPECT_EQ(asked, R"(\base\language_xx.ini)");
+  EXPECT_TRUE(modLanguage::IsFileMissing());
+  EXPECT_EQ(LoadLangKey("CountryID", "de"), "de");
+  EXPECT_EQ(LoadLangKey("x", "a<TAB>b<CR>c"), "a\tb\r\nc");
+}
+
+TEST_F(modLanguageTest, TheFileReplacesWhatItHolds) {
+  Init("en", "[Data]\r\nButton_OK=Fine<CR>indeed\r\nEmpty=\r\n[Other]\r\nButton_No=wrong\r\n");
+  EXPECT_EQ(LoadLangKey("button_ok", "OK"), "Fine\r\nindeed");
+  EXPECT_EQ(LoadLangKey("Empty", "Vorgabe"), "Vorgabe");
+  EXPECT_EQ(LoadLangKey("Button_No", "Nein"), "Nein");
+  Init("", "[Data]\r\nButton_OK=2\r\n");
+  EXPECT_EQ(modLanguage::CurrentCode(), "en");
+}
+
+TEST_F(modLanguageTest, ADevelopmentRunShowsWhatIsTranslated) {
+  FakeClock clock;
+  MemoryLogStore logs;
+  ErrorHandling().Attach(logs, clock, "PRG");
+  Init("en", "[Data]\r\nA=b\r\nLanguage=english\r\n");
+  modLanguage::SetDevelopmentRun(true);
+  EXPECT_EQ(LoadLangKey("A", "x"), "[b]");
+  EXPECT_EQ(LoadLangKey("B", "x"), "?x?");
+  EXPECT_EQ(LoadLangKey("Language", "deutsch"), "english");
+  EXPECT_EQ(LoadLangKey("CountryID", "de"), "de");
+  ErrorHandling().Detach();
+  EXPECT_EQ(logs.Text(R"(\log\language.log)"), "PRG v3.0 | B | x\n");
+}
+
+}  // namespace
+}  // namespace vorlix

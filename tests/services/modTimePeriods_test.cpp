@@ -1,0 +1,73 @@
+#include "services/modTimePeriods.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeClock.h"
+
+namespace vorlix {
+namespace {
+
+std::string Shown(const DateTime& value) {
+  return value ? GetFormatedDateByDate(value, '.') + " " + GetFormatedTime(value) : "none";
+}
+
+TEST(DateTime, KnowsTheCalendar) {
+  EXPECT_FALSE(DateTime::FromCivil(2023, 2, 29));
+  EXPECT_TRUE(DateTime::FromCivil(2024, 2, 29));
+  EXPECT_FALSE(DateTime::FromCivil(2024, 1, 1, 24));
+  EXPECT_EQ(DateTime::FromCivil(2026, 11, 21).WeekDay(), 6);
+  EXPECT_EQ(DateTime::FromCivil(1899, 12, 30).AsNumber(), 0.0);
+  EXPECT_EQ(DateTime::FromCivil(2000, 1, 1, 12).AsNumber(), 36526.5);
+  EXPECT_EQ(Shown(DateTime::FromCivil(2023, 12, 31, 23, 59, 59).AddSeconds(1)), "01.01.2024 00:00:00");
+  EXPECT_EQ(DateTime::FromCivil(1960, 1, 1, 6).DateOnly(), DateTime::FromCivil(1960, 1, 1));
+  EXPECT_FALSE(DateTime().AddDays(1));
+}
+
+TEST(DateTexts, ReadTheDatesOfRoutersAndJournals) {
+  struct Row {
+    const char* date;
+    const char* time;
+    const char* expected;
+  };
+  const Row rows[] = {
+      {"28.08.10", "10:21:37", "28.08.2010 10:21:37"},
+      {"1.12.05", "12:00:05", "01.12.2005 12:00:05"},
+      {"28.08.2010", "10.21.37", "28.08.2010 10:21:37"},
+      {"28/08/2010", "10:21", "28.08.2010 10:21:00"},
+      {"2010-08-28", "", "28.08.2010 00:00:00"},
+      {"Sa 28.08.2010", "", "28.08.2010 00:00:00"},
+      {"28.08.2010.", "", "28.08.2010 00:00:00"},
+      {"31.12.99", "", "31.12.1999 00:00:00"},
+      {"31.12.29", "", "31.12.2029 00:00:00"},
+      {"31.02.10", "10:00:00", "none"},
+      {"28.08.10", "25:00:00", "none"},
+      {"28.08.10", "xx", "none"},
+      {"28.08", "", "none"},
+      {"", "", "none"},
+      {"1.2.3.4", "", "none"},
+      {"99999999.1.1", "", "none"},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(Shown(CDateNew(row.date, row.time)), row.expected) << row.date << " " << row.time;
+  }
+}
+
+TEST(DateTexts, ShowDatesInEveryForm) {
+  const DateTime day = DateTime::FromCivil(2010, 8, 5, 9, 7, 3);
+  FakeClock clock;
+  clock.SetNow(day);
+  EXPECT_EQ(GetFormatedDateByDate(day, '-'), "05-08-2010");
+  EXPECT_EQ(GetFormatedDateByDate(day, '/', true), "2010/08/05");
+  EXPECT_EQ(GetFormatedDateByDate(day, '.', false, true), "05.08.");
+  EXPECT_EQ(GetFormatedDateByDate({}, '.'), "");
+  EXPECT_EQ(GetFormatedDateByString("", clock, '.'), "05.08.2010");
+  EXPECT_EQ(GetFormatedDateByString("1.2.10", clock, '.', true), "2010.02.01");
+  EXPECT_EQ(GetFormatedTimeNow(clock), "09:07:03");
+  EXPECT_EQ(LogDatePrefix(day), "2010/08/05  09:07:03  ");
+  EXPECT_EQ(DateClean("am 1.2.10 um"), "1.2.10");
+  EXPECT_TRUE(IsDateNew("1.2.2010"));
+  EXPECT_FALSE(IsDateNew("heute"));
+}
+
+}  // namespace
+}  // namespace vorlix
