@@ -152,6 +152,13 @@ modJournal::Item modJournal::J_MakeItem(std::string_view line, bool noLookup) {
   });
 }
 
+// The day of the call, year first. Reading a date is what a line costs most: it is done again only where the date gave
+// none together with its time.
+std::string modJournal::SortDate(const oDataCall& call, const std::string& date) const {
+  return call.CallDateTime ? GetFormatedDateByDate(call.CallDateTime, 0, true)
+                           : GetFormatedDateByString(date, ports_.clock, 0, true);
+}
+
 modJournal::Item modJournal::ItemOf(const std::vector<std::string>& fields) {
   auto call = std::make_shared<oJournalLine>(&ports_.numbers);
   call->CallDateTime = CDateNew(fields[kDate], fields[kTime]);
@@ -159,7 +166,7 @@ modJournal::Item modJournal::ItemOf(const std::vector<std::string>& fields) {
     call->DateText = fields[kDate];
     call->TimeText = fields[kTime];
   }
-  call->BookSortString = GetFormatedDateByString(fields[kDate], ports_.clock, 0, true) + fields[kTime];
+  call->BookSortString = SortDate(*call, fields[kDate]) + fields[kTime];
   call->DataNumber(fields[kNumber]);
   call->MSN = fields[kMSN];
   ReadNumber(fields, kBlock, call->BlockIndex);

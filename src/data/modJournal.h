@@ -108,6 +108,7 @@ class modJournal : public CallRecords {
   std::string JournalPath() const;
 
  private:
+  std::string SortDate(const oDataCall& call, const std::string& date) const;
   Item ItemOf(const std::vector<std::string>& fields);
   std::vector<Item> ReadItems(const std::string& path);
 
