@@ -53,7 +53,10 @@ int main(int count, char** arguments) {
        [&reactor](TcpClient::Listener& listener) { return std::make_unique<PosixTcpClient>(reactor, listener); },
        given.debug ? PrintDebug : nullptr},
       given.main, kSource);
-  if (!companion.Start(ReadServer())) return 1;
+  if (!companion.Start(ReadServer())) {
+    std::fprintf(stderr, "SocketAVM: the link to the main program cannot be opened.\n");
+    return 1;
+  }
   reactor.Run();
   return 0;
 }

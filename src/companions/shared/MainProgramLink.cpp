@@ -34,13 +34,19 @@ bool MainProgramLink::Start() {
 void MainProgramLink::Tick() {
   if (!link_.OwnsEndpoint()) return Leave("another instance has taken over");
   if (++unanswered_ > kMostUnanswered) return Leave("the main program does not answer");
-  failed_ = SendToMain(kSign, std::to_string(link_.Own())) ? 0 : failed_ + 1;
-  if (failed_ >= kMostFailed) return Leave("the main program is gone");
+  if (!SendToMain(kSign, std::to_string(link_.Own()))) {
+    if (++failed_ >= kMostFailed) Leave("the main program is gone");
+    return;
+  }
+  // Behind the silence may stand a new main program under the old handle, which does not know the state.
+  if (std::exchange(failed_, 0) > 0 && state_) waiting_.push_back({*state_, {}});
   Flush();
 }
 
 void MainProgramLink::Tell(Command command, const std::string& text) {
+  if (leave_ == nullptr) return;
   if (!link_.OwnsEndpoint()) return Leave("another instance has taken over");
+  if (command != kLine) state_ = command;
   waiting_.push_back({command, text});
   if (waiting_.size() > kMostWaiting) waiting_.pop_front();
   if (waiting_.size() == 1) Flush();

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/MessageLink.h"
@@ -17,8 +18,8 @@ namespace vorlix {
 class MainProgramLink : public MessageLink::Receiver {
  public:
   static constexpr std::chrono::seconds kLifeSign{4};
-  // So many life signs may stay without an answer.
-  static constexpr int kMostUnanswered = 8;
+  // So many life signs may stay without an answer: half a minute.
+  static constexpr int kMostUnanswered = 7;
   // While the main program is busy, so many messages wait; beyond, the oldest are given up.
   static constexpr std::size_t kMostWaiting = 1000;
 
@@ -32,6 +33,7 @@ class MainProgramLink : public MessageLink::Receiver {
   // Ends a former instance for the same main program and gives the first life sign. False when no endpoint is to be
   // had.
   bool Start();
+  // A line, or how the connection stands. Does nothing once it was time to leave.
   void Tell(Command command, const std::string& text = {});
 
   void OnMessage(MessageLink::Peer peer, std::uint32_t word, const std::string& text) override;
@@ -54,6 +56,7 @@ class MainProgramLink : public MessageLink::Receiver {
   std::function<void(const std::string&)> leave_;
   std::unique_ptr<Timer> sign_;
   std::deque<Message> waiting_;
+  std::optional<Command> state_;  // what was told last about the connection
   MessageLink::Peer mainPeer_ = 0;
   int failed_ = 0;
   int unanswered_ = 0;

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "services/clsErrorHandling.h"
+
 namespace vorlix {
 
 SocketCompanion::SocketCompanion(Ports ports, WindowHandle main, std::uint32_t source)
@@ -16,10 +18,15 @@ SocketCompanion::SocketCompanion(Ports ports, WindowHandle main, std::uint32_t s
       connection_(ports_.loop, *this, MessageLink::kMostText, ports_.makeClient) {}
 
 bool SocketCompanion::Start(const ServerAddress& server) {
-  if (!main_.Start()) return false;
-  Debug("connecting to " + server.host + ":" + std::to_string(server.port));
-  connection_.Start(server.host, server.port);
-  return true;
+  return Trapped(
+      "SocketCompanion_Start",
+      [&] {
+        if (!main_.Start()) return false;
+        Debug("connecting to " + server.host + ":" + std::to_string(server.port));
+        connection_.Start(server.host, server.port);
+        return true;
+      },
+      server.host, server.port);
 }
 
 void SocketCompanion::OnLine(const std::string& line) {

@@ -1,0 +1,175 @@
+#include "companions/shared/MainProgramLink.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/FakeMessageLink.h"
+#include "fakes/ManualReactor.h"
+
+namespace vorlix {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Sent = FakeMessageLink::Message;
+using Texts = std::vector<std::string>;
+
+constexpr WindowHandle kMain = 4711;
+constexpr std::uint32_t kSource = 16;
+constexpr MessageLink::Peer kMainPeer = 5;
+
+class MainProgramLinkTest : public testing::Test {
+ protected:
+  // The main program answers each life sign.
+  MainProgramLinkTest() {
+    link.onSend = [this](const Sent& message) {
+      if (!mainHears) return false;
+      if (message.word == (kSource | 2) && mainAnswers) link.Deliver(kSource | 2, std::to_string(kMain), kMainPeer);
+      if (message.word == (kSource | 1)) lines.push_back(message.text);
+      return true;
+    };
+  }
+  std::function<void(const std::string&)> Leave() {
+    return [this](const std::string& reason) { reasons.push_back(reason); };
+  }
+  void Pass(std::chrono::seconds time) { reactor.Advance(time); }
+  Sent Sign() const { return {kMain, kSource | 2, std::to_string(link.Own())}; }
+
+  ManualReactor reactor;
+  FakeMessageLink link;
+  bool mainHears = true;
+  bool mainAnswers = true;
+  Texts lines;  // as the main program got them
+  Texts reasons;
+  MainProgramLink main{link, reactor, kMain, kSource, Leave()};
+};
+
+TEST_F(MainProgramLinkTest, GivesItsLifeSignAtOnceAndOftenEnoughForTheWatchdog) {
+  ASSERT_TRUE(main.Start());
+  EXPECT_THAT(link.TakeSent(), ElementsAre(Sign()));
+  EXPECT_FALSE(link.tookOver);
+  for (int i = 0; i < 20; ++i) {
+    Pass(9s);  // the main program starts another instance after ten
+    EXPECT_THAT(link.TakeSent(), testing::Contains(Sign()));
+  }
+  EXPECT_THAT(reasons, IsEmpty());
+}
+
+TEST_F(MainProgramLinkTest, LeavesWhenThereIsNoMoreReasonToRun) {
+  struct Row {
+    const char* happens;  // in each life sign's time: nothing '.', the main program is deaf 'd' or mute 'm', another
+                          // instance has the name 'o'
+    const char* reason;   // empty: it stays
+  };
+  const Row rows[] = {
+      {"dd", "the main program is gone"},
+      {"d.d.d", ""},
+      {"mmmmmmmm", "the main program does not answer"},
+      {"mmmmmm.mmmmmm", ""},
+      {"..o", "another instance has taken over"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.happens);
+    reasons.clear();
+    MainProgramLink one(link, reactor, kMain, kSource, Leave());
+    ASSERT_TRUE(one.Start());
+    for (const char now : std::string(row.happens)) {
+      mainHears = now != 'd';
+      mainAnswers = now != 'm';
+      link.ownsEndpoint = now != 'o';
+      Pass(MainProgramLink::kLifeSign);
+    }
+    EXPECT_EQ(reasons.empty() ? "" : reasons.front(), row.reason);
+    mainHears = mainAnswers = link.ownsEndpoint = true;
+  }
+}
+
+TEST_F(MainProgramLinkTest, LeavesAtOnceWhenToldToAndWhenItsMainProgramGoes) {
+  for (const std::uint32_t word : {kSource | 5, 32u | 5, 0x100u | kSource | 5, kSource | 4, kSource | 1}) {
+    reasons.clear();
+    MainProgramLink one(link, reactor, kMain, kSource, Leave());
+    ASSERT_TRUE(one.Start());
+    link.Deliver(word);
+    EXPECT_EQ(reasons.size(), word == (kSource | 5) ? 1u : 0u) << word;
+  }
+  ASSERT_TRUE(main.Start());
+  link.LosePeer(kMainPeer + 1);
+  EXPECT_THAT(reasons, IsEmpty());
+  link.LosePeer(kMainPeer);
+  EXPECT_THAT(reasons, ElementsAre("the main program is gone"));
+}
+
+TEST_F(MainProgramLinkTest, ForwardsNoLineThatAnotherInstanceForwardsToo) {
+  ASSERT_TRUE(main.Start());
+  link.ownsEndpoint = false;
+  main.Tell(MainProgramLink::kLine, "x");
+  EXPECT_THAT(lines, IsEmpty());
+  EXPECT_THAT(reasons, ElementsAre("another instance has taken over"));
+}
+
+TEST_F(MainProgramLinkTest, IsSilentOnceItHasLeft) {
+  ASSERT_TRUE(main.Start());
+  link.Deliver(kSource | 5);
+  link.TakeSent();
+  main.Tell(MainProgramLink::kLine, "late");
+  link.Deliver(kSource | 5);
+  Pass(100s);
+  EXPECT_THAT(link.sent, IsEmpty());
+  EXPECT_EQ(reasons.size(), 1u);
+}
+
+TEST_F(MainProgramLinkTest, TellsAFormerInstanceToEndBeforeItTakesItsPlace) {
+  for (const bool formerAnswers : {true, false}) {
+    FakeMessageLink shared;
+    shared.canOpen = false;
+    shared.onSend = [&](const Sent& message) {
+      shared.canOpen = true;
+      return formerAnswers || message.target == kMain;
+    };
+    MainProgramLink second(shared, reactor, kMain, kSource, [](const std::string&) {});
+    EXPECT_TRUE(second.Start());
+    EXPECT_TRUE(shared.tookOver);
+    ASSERT_EQ(shared.sent.size(), 2u);
+    EXPECT_EQ(shared.sent[0], (Sent{shared.Own(), kSource | 5, ""}));
+    EXPECT_EQ(shared.sent[1].word, kSource | 2);
+  }
+  link.canOpen = false;
+  EXPECT_FALSE(main.Start());
+}
+
+TEST_F(MainProgramLinkTest, WhatABusyMainProgramDidNotTakeComesLaterInItsOrder) {
+  ASSERT_TRUE(main.Start());
+  main.Tell(MainProgramLink::kConnected);
+  link.TakeSent();
+  mainHears = false;
+  main.Tell(MainProgramLink::kLine, "1");
+  main.Tell(MainProgramLink::kLine, "2");
+  Pass(4s);
+  // Each attempt may last two seconds: one for the first line, one for the life sign.
+  EXPECT_THAT(link.TakeSent(), ElementsAre(Sent{kMain, kSource | 1, "1"}, Sign()));
+  mainHears = true;
+  main.Tell(MainProgramLink::kLine, "3");
+  Pass(4s);
+  EXPECT_THAT(link.TakeSent(), ElementsAre(Sign(), Sent{kMain, kSource | 1, "1"}, Sent{kMain, kSource | 1, "2"},
+                                           Sent{kMain, kSource | 1, "3"}, Sent{kMain, kSource | 6, ""}));
+  main.Tell(MainProgramLink::kLine, "4");
+  Pass(4s);
+  EXPECT_THAT(link.TakeSent(), ElementsAre(Sent{kMain, kSource | 1, "4"}, Sign()));
+}
+
+TEST_F(MainProgramLinkTest, OnlyTheLatestThousandLinesWait) {
+  ASSERT_TRUE(main.Start());
+  mainHears = false;
+  for (int i = 0; i < 1500; ++i) {
+    main.Tell(MainProgramLink::kLine, std::to_string(i));
+  }
+  mainHears = true;
+  Pass(4s);
+  ASSERT_EQ(lines.size(), 1000u);
+  EXPECT_EQ(lines.front(), "500");
+  EXPECT_EQ(lines.back(), "1499");
+}
+
+}  // namespace
+}  // namespace vorlix

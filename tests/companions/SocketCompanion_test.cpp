@@ -1,0 +1,137 @@
+#include "companions/shared/SocketCompanion.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/FakeMessageLink.h"
+#include "fakes/FakeTcpClient.h"
+#include "fakes/ManualReactor.h"
+
+namespace vorlix {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Texts = std::vector<std::string>;
+
+constexpr WindowHandle kMain = 4711;
+
+class SocketCompanionTest : public testing::Test {
+ protected:
+  SocketCompanionTest() {
+    link.onSend = [this](const FakeMessageLink::Message& message) {
+      const std::uint32_t command = message.word - 16;
+      if (command == 2) link.Deliver(message.word, std::to_string(kMain));
+      if (command != 2) told.push_back(std::to_string(command) + message.text);
+      return message.target == kMain;
+    };
+    EXPECT_TRUE(companion.Start({"fritz.box", 1012}));
+  }
+
+  // What the main program was told since the last call: the command's digit, then the text.
+  Texts Told() { return std::exchange(told, {}); }
+  // Seconds until the next attempt.
+  int Wait() {
+    const std::size_t before = client->connects.size();
+    for (int seconds = 1; seconds <= 100; ++seconds) {
+      reactor.Advance(1s);
+      if (client->connects.size() > before) return seconds;
+    }
+    return -1;
+  }
+
+  ManualReactor reactor;
+  FakeMessageLink link;
+  FakeTcpClient* client = nullptr;
+  Texts told;
+  SocketCompanion companion{{reactor, link,
+                             [this](TcpClient::Listener& listener) {
+                               auto made = std::make_unique<FakeTcpClient>(listener);
+                               client = made.get();
+                               return made;
+                             },
+                             nullptr},
+                            kMain,
+                            16};
+};
+
+TEST_F(SocketCompanionTest, TellsEachChangeOfTheConnectionOnce) {
+  EXPECT_THAT(client->connects, ElementsAre(FakeTcpClient::Target{"fritz.box", 1012}));
+  EXPECT_THAT(Told(), IsEmpty());
+  for (int i = 0; i < 3; ++i) {
+    client->Drop("refused");
+    Wait();
+  }
+  EXPECT_THAT(Told(), ElementsAre("7"));
+  client->AcceptConnection();
+  reactor.Advance(60s);
+  EXPECT_THAT(Told(), ElementsAre("6"));
+  client->Drop();
+  Wait();
+  client->Drop("refused");
+  Wait();
+  client->AcceptConnection();
+  EXPECT_THAT(Told(), ElementsAre("7", "6"));
+}
+
+TEST_F(SocketCompanionTest, DropsTheHalfLineOfALostConnection) {
+  client->AcceptConnection();
+  client->Receive("a;RING;0;\r\nb;RI");
+  client->Receive("NG;1;\nhalf;RI");
+  client->Drop();
+  Wait();
+  client->AcceptConnection();
+  client->Receive("c;RING;2;\r\n");
+  EXPECT_THAT(Told(), ElementsAre("6", "1a;RING;0;", "1b;RING;1;", "7", "6", "1c;RING;2;"));
+}
+
+TEST_F(SocketCompanionTest, TriesLessAndLessOftenUntilAConnectionIsOfUse) {
+  for (const int expected : {1, 2, 4, 8, 16, 32, 60, 60}) {
+    client->Drop("refused");
+    EXPECT_EQ(Wait(), expected);
+  }
+  struct Row {
+    const char* what;
+    std::chrono::seconds lasts;
+    const char* bytes;
+    int wait;
+  };
+  const Row rows[] = {
+      {"accepts and hangs up", 1s, "", 60}, {"brings half a line", 1s, "a;RI", 60}, {"lasts", 10s, "", 1},
+      {"accepts and hangs up", 9s, "", 2},  {"brings a line", 1s, "a;RING\n", 1},
+  };
+  for (const Row& row : rows) {
+    client->AcceptConnection();
+    client->Receive(row.bytes);
+    reactor.Advance(row.lasts);
+    client->Drop();
+    EXPECT_EQ(Wait(), row.wait) << row.what;
+  }
+}
+
+TEST_F(SocketCompanionTest, SleepsBetweenItsLifeSignsWhileNothingHappens) {
+  client->AcceptConnection();
+  reactor.Advance(MainProgramLink::kLifeSign);
+  for (int i = 0; i < 10; ++i) {
+    EXPECT_EQ(reactor.UntilNextTick(), MainProgramLink::kLifeSign);
+    reactor.Advance(MainProgramLink::kLifeSign);
+  }
+}
+
+TEST(CompanionArguments, AreAHandleAndPerhapsDebug) {
+  const auto parse = [](std::vector<const char*> words) {
+    const auto parsed = ParseCompanionArguments(static_cast<int>(words.size()), words.data());
+    return std::to_string(parsed.main) + (parsed.debug ? " debug" : "");
+  };
+  EXPECT_EQ(parse({"SocketAVM", "4711"}), "4711");
+  EXPECT_EQ(parse({"SocketAVM", "4711", "debug"}), "4711 debug");
+  EXPECT_EQ(parse({"SocketAVM", "4711", "x"}), "4711");
+  EXPECT_EQ(parse({"SocketAVM"}), "0");
+  for (const char* wrong : {"", "0", "47x", "-1", "4294967296"}) {
+    EXPECT_EQ(parse({"SocketAVM", wrong}), "0") << wrong;
+  }
+}
+
+}  // namespace
+}  // namespace vorlix
