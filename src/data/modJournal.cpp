@@ -59,7 +59,14 @@ std::string Tail(const oDataCall& call) {
 std::string RewrittenLine(const oDataCall& call, bool resetViewed) {
   const char* mark = call.NewCall && !resetViewed ? "1" : "0";
   return Head(call) + kTab + std::to_string(call.BlockIndex) + kTab + std::to_string(call.CIP) + kTab + mark + kTab +
-         Tail(call);
+         Tail(call) + std::string(kLineEnd);
+}
+
+// Whether a line of the file, if it is one, may be that of the call: it was written under the call's number, as the
+// file has it, within two days.
+bool IsLineOf(const std::shared_ptr<oDataCall>& line, const oDataCall& call) {
+  return line && std::abs(line->CallDateTime.DaysSince(call.CallDateTime)) < kPeriodWithinDays &&
+         line->DataNumber() == WithoutControls(call.DataNumber());
 }
 
 // A number too large for its member is held at the nearest end: it must not turn into some other valid one.
@@ -193,32 +200,29 @@ bool modJournal::WriteJournalData(const std::string& path, const std::vector<Ite
   return Trapped(
       "modJournal.WriteJournalData",
       [&] {
-        if (ports_.blocks.JournalWriteBlocked || path.empty() || !ports_.files.FileExist(path)) return false;
         std::string text;
         std::for_each(items.rbegin(), items.rend(), [&](const Item& item) {
-          if (item && !item->DataNumber().empty()) text += RewrittenLine(*item, resetViewed) + std::string(kLineEnd);
+          if (item && !item->DataNumber().empty()) text += RewrittenLine(*item, resetViewed);
         });
-        const IoResult written = ports_.files.Store().Overwrite(path, text);
-        if (!written)
-          ErrorHandling().ErrorLogWithMsgBox("modJournal.WriteJournalData", {path}, written.error, written.text);
-        return static_cast<bool>(written);
+        return Rewrite(path, text);
       },
       path);
 }
 
-// Newest first; a line that is no journal line leaves an empty element.
-std::vector<modJournal::Item> modJournal::ReadItems(const std::string& path) {
+// A rewrite never makes a journal: an archived one is gone until the next call.
+bool modJournal::Rewrite(const std::string& path, std::string_view text) {
+  if (ports_.blocks.JournalWriteBlocked || path.empty() || !ports_.files.FileExist(path)) return false;
+  const IoResult written = ports_.files.Store().Overwrite(path, text);
+  if (!written) ErrorHandling().ErrorLogWithMsgBox("modJournal.WriteJournalData", {path}, written.error, written.text);
+  return static_cast<bool>(written);
+}
+
+// Oldest first.
+std::vector<std::string> modJournal::ReadLines(const std::string& path) {
   int count = 0;
-  std::string stream = ports_.files.fOpenFileToStream(path, count);
-  std::vector<Item> items;
-  if (stream.empty()) return items;
   // An editor may have left LF alone, and the lines since then end in CR LF: both kinds end a record.
-  stream = Replace(stream, kLineEnd, "\n");
-  const std::vector<std::string> lines = clsFiles::fStreamToArray(stream);
-  items.reserve(lines.size());
-  std::for_each(lines.rbegin(), lines.rend(),
-                [&](const std::string& line) { items.push_back(J_MakeItem(line, true)); });
-  return items;
+  std::string stream = Replace(ports_.files.fOpenFileToStream(path, count), kLineEnd, "\n");
+  return clsFiles::fStreamToArray(stream);
 }
 
 void modJournal::SetCallPeriodInJournalFile(const oDataCall& call) {
@@ -230,15 +234,19 @@ void modJournal::SetCallPeriodInJournalFile(const std::string& path, const oData
   Trapped(
       "modVorlix_ResetViewedInJournalFile ArrayReverse",
       [&] {
-        const std::string number = WithoutControls(call.DataNumber());
-        const std::vector<Item> items = ReadItems(path);
-        const auto match = std::find_if(items.begin(), items.end(), [&](const Item& item) {
-          return item && std::abs(item->CallDateTime.DaysSince(call.CallDateTime)) < kPeriodWithinDays &&
-                 item->DataNumber() == number;
+        const std::vector<std::string> lines = ReadLines(path);
+        const auto match = std::find_if(lines.rbegin(), lines.rend(), [&](const std::string& line) {
+          return IsLineOf(J_MakeItem(line, true), call);
         });
-        if (match == items.end()) return;
-        (*match)->AVMCallperiod = call.AVMCallperiod;
-        WriteJournalData(path, items, false);
+        if (match == lines.rend()) return;
+        std::string text;
+        for (const std::string& line : lines) {
+          const Item item = J_MakeItem(line, true);
+          if (!item) continue;
+          if (&line == &*match) item->AVMCallperiod = call.AVMCallperiod;
+          text += RewrittenLine(*item, false);
+        }
+        Rewrite(path, text);
       },
       path, call.DataNumber());
 }

@@ -110,7 +110,8 @@ class modJournal : public CallRecords {
  private:
   std::string SortDate(const oDataCall& call, const std::string& date) const;
   Item ItemOf(const std::vector<std::string>& fields);
-  std::vector<Item> ReadItems(const std::string& path);
+  std::vector<std::string> ReadLines(const std::string& path);
+  bool Rewrite(const std::string& path, std::string_view text);
 
   Ports ports_;
   LineCounter lines_;

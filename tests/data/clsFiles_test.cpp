@@ -1,0 +1,224 @@
+#include "data/clsFiles.h"
+
+#include <gtest/gtest.h>
+
+#include "data/FileLogStore.h"
+#include "fakes/DataRoom.h"
+
+namespace vorlix {
+namespace {
+
+using Op = MemoryFileStore::Operation;
+const std::string kBook = "/vorlix/data/book.txt";
+const std::string kBase = "/vorlix/data/book";
+
+class FilesTest : public testing::Test, protected DataRoom {
+ protected:
+  // The generations that are there, newest first, by what is in them.
+  std::string Generations() const {
+    std::string all;
+    for (const char* end : {".bak", ".b01", ".b02", ".b03"}) {
+      all += store.Exists(kBase + end) ? store.Content(kBase + end) : "-";
+    }
+    return all;
+  }
+};
+
+TEST_F(FilesTest, BackupsMoveOnByOneGeneration) {
+  struct Case {
+    int count;
+    std::string after;
+  };
+  for (const auto& [count, after] : {Case{0, "1234"}, Case{1, "0234"}, Case{2, "0134"}, Case{4, "0123"}}) {
+    store.AddFile(kBook, "0");
+    store.AddFile(kBase + ".bak", "1");
+    store.AddFile(kBase + ".b01", "2");
+    store.AddFile(kBase + ".b02", "3");
+    store.AddFile(kBase + ".b03", "4");
+    files.FileMakeBackup(kBook, count);
+    EXPECT_EQ(Generations(), after) << count;
+  }
+  files.FileDelete(kBook);
+  files.FileMakeBackup(kBook, 4);
+  EXPECT_EQ(Generations(), "-012");
+  store.AddFile("/vorlix/data/Vorlix.ini", "settings");
+  files.FileMakeBackup("/vorlix/data/Vorlix.ini", 1);
+  EXPECT_EQ(store.Content("/vorlix/data/Vorlix.ini.bak"), "settings");
+}
+
+TEST_F(FilesTest, ABackupGoesOnAfterAFailureAndSaysSoInTheTrace) {
+  store.AddFile(kBook, "0");
+  store.AddFile(kBase + ".bak", "1");
+  store.AddFile(kBase + ".b01", "2");
+  store.Fail(Op::kRename, EACCES, ".b01");
+  ErrorHandling().Switches.TraceMode = true;
+  int waits = 0;
+  files.FileMakeBackup(kBook, 3, [&] { ++waits; });
+  ErrorHandling().Trace_Flush();
+  EXPECT_EQ(Generations(), "01--");
+  EXPECT_EQ(waits, 2);
+  const std::string trace = log.Text(R"(\log\trace.log)");
+  for (const std::string& step : {"Del=" + kBase + ".b02 Not found", "Ren=" + kBase + ".b01FileExist",
+                                  "Ren=" + kBase + ".bak OK", "Copy=" + kBase + ".bak OK"}) {
+    EXPECT_NE(trace.find(step), std::string::npos) << step << " in " << trace;
+  }
+}
+
+TEST_F(FilesTest, EveryStepOfTheSharedCounterMakesABackup) {
+  backupCountStep = 3;
+  const std::string other = "/vorlix/data/other.txt";
+  EXPECT_TRUE(files.FileWrite_Data(kBook, "a", 1));  // a new file counts nothing
+  files.FileWrite_Data(kBook, "b", 1);
+  files.FileWrite_Data(other, "x", 1);
+  files.FileWrite_Data(other, "y", 1);
+  files.FileWrite_Data(kBook, "c", 1);
+  EXPECT_EQ(store.Content(kBase + ".bak"), "a\r\nb\r\n");
+  EXPECT_EQ(store.Content(kBook), "a\r\nb\r\nc\r\n");
+  files.FileWrite_Data(kBook, "d", 0);
+  EXPECT_EQ(rotation.BackupWriteCounter, 1);
+  backupCountStep = 0;
+  files.FileWrite_Data(kBook, "e", 1);
+  EXPECT_EQ(store.Content(kBase + ".bak"), "a\r\nb\r\nc\r\nd\r\n");
+  EXPECT_EQ(store.Count(Op::kAppend, "book.txt"), 5);
+}
+
+TEST_F(FilesTest, ALineThatCannotBeWrittenIsToldAndTheNextIsTriedAgain) {
+  store.Fail(Op::kAppend, ENOSPC, "book.txt", 1);
+  EXPECT_FALSE(files.FileWrite_Data(kBook, "lost", 1));
+  EXPECT_NE(ErrorLog().find("clsFiles_MakeFile + 28 + open /vorlix/data/book.txt: No space left"), std::string::npos)
+      << ErrorLog();
+  ASSERT_EQ(boxes.shown.size(), 1u);
+  EXPECT_TRUE(files.FileWrite_Data(kBook, "kept", 1));
+  EXPECT_EQ(store.Content(kBook), "kept\r\n");
+  store.AddFile(kBook, "cut by an editor");
+  files.FileWrite_Data(kBook, "next", 1);
+  EXPECT_EQ(store.Content(kBook), "cut by an editor\r\nnext\r\n");
+  EXPECT_TRUE(files.FileWrite_Data("/vorlix/gone/a/b.txt", "x", 1));
+  EXPECT_EQ(store.Content("/vorlix/gone/a/b.txt"), "x\r\n");
+}
+
+TEST_F(FilesTest, ALogIsTrimmedToThreeQuartersOnlyAboveItsLimit) {
+  const std::string path = "/vorlix/log/error.log";
+  const std::string entry = "2024/03/13  12:00:00  text\r\n";
+  const std::string line = std::string(62, 'x') + "\r\n";
+  std::string full;
+  while (full.size() < 4096)
+    full += line;
+  EXPECT_TRUE(files.FileWrite_Log(path, "text", 4));
+  EXPECT_EQ(store.Content(path), entry);
+  for (const int limit : {4, 0}) {
+    store.AddFile(path, full + (limit == 0 ? full : ""));
+    files.FileWrite_Log(path, "text", limit);
+    EXPECT_EQ(store.Content(path).size(), (limit == 0 ? 8192 : 4096) + entry.size());
+  }
+  store.AddFile(path, "y" + full);
+  files.FileWrite_Log(path, "text", 4);
+  EXPECT_EQ(store.Content(path), full.substr(0, 3072) + entry);
+  store.AddFile(path, std::string(5000, 'z'));
+  files.FileWrite_Log(path, "text", 4);
+  EXPECT_EQ(store.Content(path), entry);
+  store.AddFile(path, "y" + full);
+  store.Fail(Op::kRead, EIO);
+  files.FileWrite_Log(path, "text", 4);
+  EXPECT_EQ(store.Content(path), "y" + full + entry);
+}
+
+TEST_F(FilesTest, CountsAndSplitsFilesWithAnyLineEnds) {
+  struct Case {
+    std::string bytes;
+    int lineCount;  // with LF alone a wrong one, by which callers size their arrays
+    int rows;
+    std::vector<std::string> lines;
+  };
+  for (const auto& [bytes, lineCount, rows, lines] :
+       {Case{"", 0, 0, {""}}, Case{"a", 1, 1, {"a"}}, Case{"a\r\nb", 2, 2, {"a", "b"}},
+        Case{" a\r\n b \r\n", 2, 2, {"a", " b ", ""}}, Case{"a\nb\nc\nd\n", 3, 1, {"a", "b", "c", "d", ""}},
+        Case{"a\r\nb\nc", 2, 2, {"a", "b\nc"}}}) {
+    store.AddFile(kBook, bytes);
+    int count = -1;
+    std::string stream = files.fOpenFileToStream(kBook, count);
+    EXPECT_EQ(count, lineCount) << bytes;
+    EXPECT_EQ(files.GetFileRowCount(kBook), rows) << bytes;
+    EXPECT_EQ(clsFiles::fStreamToArray(stream), lines) << bytes;
+    EXPECT_EQ(stream, "");
+  }
+  int count = 0;
+  EXPECT_TRUE(files.CheckFileMaxLines(kBook, 2, count));
+  EXPECT_FALSE(files.CheckFileMaxLines(kBook, 3, count));
+  EXPECT_EQ(count, 2);
+  EXPECT_EQ(files.fOpenFileToStream("/vorlix/missing", count), "");
+  EXPECT_EQ(ErrorLog(), "");
+  store.Fail(Op::kRead, EIO);
+  EXPECT_EQ(files.fOpenFileToStream(kBook, count), "");
+  EXPECT_NE(ErrorLog().find("clsFiles_fOpenFileToStream + 5"), std::string::npos);
+}
+
+TEST_F(FilesTest, AnArrayLosesItsEmptyElementsAndMayNotOverflow) {
+  EXPECT_TRUE(files.WriteArrayToFile(kBook, {"a", "", "b"}));
+  EXPECT_EQ(store.Content(kBook), "a\r\nb\r\n");
+  EXPECT_FALSE(files.WriteArrayToFile(kBook, std::vector<std::string>(32768, "x")));
+  EXPECT_NE(ErrorLog().find("clsFiles_WriteArrayToFile + 6 + Overflow"), std::string::npos);
+  EXPECT_EQ(store.Content(kBook), "a\r\nb\r\n");
+  EXPECT_TRUE(files.WriteArrayToFile(kBook, std::vector<std::string>(32767, "x")));
+}
+
+TEST_F(FilesTest, TakesPartsOfATextFromEitherEnd) {
+  struct Case {
+    int count;
+    bool fromEnd, withComments;
+    std::string part;
+  };
+  for (const auto& [count, fromEnd, withComments, part] :
+       {Case{-1, false, true, "a\r\n ;b\r\nc"}, Case{9, true, false, "a\r\nc"}, Case{0, false, false, "a"},
+        Case{1, false, true, "a\r\n ;b"}, Case{0, true, false, "c"}, Case{1, true, false, "c"}}) {
+    EXPECT_EQ(clsFiles::fStream_GetLastLines("a\r\n ;b\r\nc", count, fromEnd, withComments), part) << count;
+  }
+  EXPECT_EQ(clsFiles::fStream_GetLastLines("", 5, true, true), "");
+  for (const auto& [text, trimmed] :
+       {std::pair{"\r\n\n\r\n", ""}, {"\r\n\na\r\nb\n\r\n", "a\r\nb"}, {"\n\r\na", "\r\na"}}) {
+    EXPECT_EQ(clsFiles::TrimCR(text), trimmed);
+  }
+}
+
+TEST_F(FilesTest, KnowsPathsAndFolders) {
+  const PathParts parts = fSplitPath(R"(\data\a.b\name.txt.bak)");
+  EXPECT_EQ(parts.path + "|" + parts.name + "|" + parts.extension, "/data/a.b/|name.txt|.bak");
+  EXPECT_EQ(fSplitPath("name").extension, "");
+  EXPECT_EQ(fFileSep(R"(\data\mail)"), "/data/mail/");
+  EXPECT_TRUE(files.fDirExist("/vorlix/data/", false));
+  EXPECT_FALSE(files.fDirExist("/vorlix/new/deep", false));
+  EXPECT_TRUE(files.fDirExist("/vorlix/new/deep", true));
+  EXPECT_FALSE(files.fDirExist("", true));
+  store.AddFile(kBook, "");
+  EXPECT_FALSE(files.fDirExist(kBook, true));
+  EXPECT_TRUE(files.FileExist(kBook));
+  EXPECT_FALSE(files.FileExist("/vorlix/new"));
+  EXPECT_TRUE(files.FileDelete("/vorlix/missing"));
+  EXPECT_FALSE(files.FileCopy("/vorlix/missing", kBook, true));
+  EXPECT_FALSE(files.FileCopy(kBook, kBook, false));
+  EXPECT_FALSE(files.FileRename("/vorlix/missing", kBook));
+}
+
+TEST_F(FilesTest, ASessionThatDidNotEndIsSeenAtTheNextStart) {
+  EXPECT_FALSE(files.IsLastSessionCrashed());
+  files.SetSession(true);
+  EXPECT_EQ(store.Content("/vorlix/data/session.ini"), "[Session]\r\nRun=1\r\n");
+  EXPECT_TRUE(files.IsLastSessionCrashed());
+  files.SetSession(false);
+  EXPECT_FALSE(files.IsLastSessionCrashed());
+}
+
+TEST_F(FilesTest, TheLogsOfTheErrorHandlingLieInTheDataFolder) {
+  FileLogStore logs(files, folders);
+  EXPECT_TRUE(logs.IsReady());
+  EXPECT_TRUE(logs.FileWrite_Log(R"(\log\error.log)", "fault", 50));
+  EXPECT_TRUE(logs.AppendLines(R"(\log\error.log)", "one\r\ntwo\r\n"));
+  EXPECT_EQ(store.Content("/vorlix/log/error.log"), "2024/03/13  12:00:00  fault\r\none\r\ntwo\r\n");
+  EXPECT_EQ(logs.RowCount(R"(\log\error.log)"), 3);
+  EXPECT_TRUE(logs.Remove(R"(\log\error.log)"));
+  EXPECT_FALSE(store.Exists("/vorlix/log/error.log"));
+  EXPECT_EQ(logs.DataRoot(), "/vorlix");
+}
+
+}  // namespace
+}  // namespace vorlix

@@ -1,0 +1,239 @@
+#include "data/modJournal.h"
+
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "fakes/DataRoom.h"
+
+namespace vorlix {
+namespace {
+
+using Op = MemoryFileStore::Operation;
+const std::string kPath = "/vorlix/data/Vorlixjournal.txt";
+const std::string kActive = "/vorlix/data/Vorlixactive.txt";
+
+class NotedArchive : public JournalArchive {
+ public:
+  std::vector<std::string> periods;
+  bool JournalAuslagern(bool interactive, const std::string& period, bool byMaximum) override {
+    periods.push_back(period + (interactive ? " asked" : "") + (byMaximum ? " full" : ""));
+    return true;
+  }
+};
+
+class MeierForAll : public JournalNames {
+ public:
+  void Fill(oDataCall& call) override { call.Name("Meier"); }
+};
+
+class JournalTest : public testing::Test, protected DataRoom {
+ protected:
+  static oDataCall Call(const std::string& number = "0301234") {
+    oDataCall call;
+    call.CallDateTime = DateTime::FromCivil(2024, 3, 13, 11, 0, 0);
+    call.DataNumber(number);
+    call.MSN = "77";
+    call.CIP = 16;
+    return call;
+  }
+  // A line of the file, that many hours before noon of 13 March.
+  std::string Line(int hoursAgo, const std::string& number, int period = 0) const {
+    oDataCall call = Call(number);
+    call.CallDateTime = clock.Now().AddSeconds(-3600 * hoursAgo);
+    return call.CallDateView() + "\t" + call.CallTimeView() + "\t" + number + "\t77\t0\t16\t1\t\t0\t" +
+           std::to_string(period) + "\r\n";
+  }
+  std::string Journal() const { return store.Content(kPath); }
+
+  PlainNumbers numbers;
+  NotedArchive archive;
+  MeierForAll names;
+  modJournal journal{{files, folders, blocks, clock, numbers, archive, names, [] { return 0; }}};
+};
+
+TEST_F(JournalTest, NoFieldOfALiveLineCanForgeAnother) {
+  oDataCall call = Call();
+  call.BlockFunction = 11;
+  call.BlockIndex = 3;
+  call.AVMDirection = CallDirection::kOutgoing;
+  call.AVMCallperiod = 42;
+  EXPECT_EQ(journal.GetCallDataAsMailString(call), "13.03.2024\t11:00:00\t0301234\t77\t11\t16");
+  EXPECT_EQ(journal.GetCallDataAsFileString(call), "13.03.2024\t11:00:00\t0301234\t77\t11\t16\t1\t\t1\t42");
+  call.Notiz("a\r\nb\tc\nd");
+  call.DataNumber(std::string("03\t0\0\r\n1", 8));
+  call.MSN = "7\n\x1b[7";
+  EXPECT_EQ(journal.GetCallDataAsFileString(call),
+            "13.03.2024\t11:00:00\t03 0   1\t7  [7\t11\t16\t1\ta<CR>b<TB>c d\t1\t42");
+  call.Fernwirk = true;
+  EXPECT_EQ(journal.GetCallDataAsFileString(call), "13.03.2024\t11:00:00\t03 0   1\t7  [7\t11\t16\t1\t");
+}
+
+TEST_F(JournalTest, ANoteSurvivesTheFile) {
+  const std::string note = "first\r\n\tsecond\r\n";
+  EXPECT_EQ(NotizParsing(true, note), "first<CR><TB>second<CR>");
+  EXPECT_EQ(NotizParsing(false, NotizParsing(true, note)), note);
+}
+
+TEST_F(JournalTest, CountsItsLinesAndArchivesAFullFile) {
+  std::string almostFull;
+  for (int i = 0; i < modJournal::kMostLines - 3; ++i)
+    almostFull += "x\r\n";
+  store.AddFile(kPath, almostFull);
+  journal.WriteCallDataToJournalFile("a");
+  journal.WriteCallDataToJournalFile("b");
+  EXPECT_TRUE(archive.periods.empty());
+  journal.WriteCallDataToJournalFile("c");
+  EXPECT_EQ(archive.periods, std::vector<std::string>{"202403 full"});
+  EXPECT_EQ(Journal(), almostFull + "a\r\nb\r\nc\r\n");
+  // A call costs one write, and only the first one a look at the whole file.
+  EXPECT_EQ(store.Writes(), 3);
+  EXPECT_EQ(store.Count(Op::kRead, "Vorlixjournal.txt"), 1);
+  store.AddFile(kPath, "archived meanwhile\r\n");
+  journal.WriteCallDataToJournalFile("d");
+  store.AddFile(kPath, almostFull + "x\r\nx\r\n");
+  store.Fail(Op::kAppend, ENOSPC, "", 1);
+  journal.WriteCallDataToJournalFile("lost");
+  EXPECT_EQ(archive.periods.size(), 1u);
+  journal.WriteCallDataToJournalFile("e");
+  EXPECT_EQ(archive.periods.size(), 2u);
+}
+
+TEST_F(JournalTest, TheCallsInProgressAreAFileOfTheirOwn) {
+  clsCollection active;
+  for (const char* number : {"0301", "04\t01"}) {
+    const auto call = std::make_shared<oDataCall>(Call(number));
+    call->Key = number;
+    active.Add(call);
+  }
+  journal.WriteCallActiveData(active);
+  EXPECT_EQ(store.Content(kActive),
+            "13.03.2024\t11:00:00\t0301\t77\t0\t16\t0\t\r\n13.03.2024\t11:00:00\t04 01\t77\t0\t16\t0\t\r\n");
+  journal.WriteCallActiveData("", active);
+  EXPECT_EQ(store.Writes(), 1);
+  active.Clear();
+  journal.WriteCallActiveData(active);
+  EXPECT_TRUE(store.Exists(kActive));
+  EXPECT_EQ(store.Content(kActive), "");
+  store.Fail(Op::kOverwrite, EACCES);
+  journal.WriteCallActiveData(active);
+  EXPECT_NE(ErrorLog().find("modJournal.WriteCallActiveData + 13"), std::string::npos) << ErrorLog();
+}
+
+TEST_F(JournalTest, ReadsALineIntoARecord) {
+  const auto call = journal.J_MakeItem("5.2.10\t9:07\t0301\t77\t4\t16\t2\ta<CR>b\t1\t61", false);
+  ASSERT_TRUE(call);
+  EXPECT_EQ(call->CallDateView() + " " + call->CallTimeView(), "05.02.2010 09:07:00");
+  EXPECT_EQ(call->BookSortString, "2010.02.059:07");
+  EXPECT_EQ(call->DataNumber() + " " + call->MSN + " " + call->Notiz() + " " + call->Name(), "0301 77 a<CR>b Meier");
+  EXPECT_EQ(call->BlockIndex * 1000 + call->CIP, 4016);
+  EXPECT_TRUE(call->NewCall && call->NewCallByService);
+  EXPECT_EQ(call->AVMDirection, CallDirection::kOutgoing);
+  EXPECT_EQ(call->AVMCallperiod, 61);
+  struct Case {
+    std::string line;
+    bool noLookup;
+    bool isRecord;
+    std::string name;
+  };
+  for (const auto& [line, noLookup, isRecord, name] :
+       {Case{"05.02.2010\t09:07:00\tUnbekannt\t77\t0\t16\t1\t", false, true, ""},
+        Case{"05.02.2010\t09:07:00\t0301\t77\t0\t16\t1\t", true, true, ""},
+        Case{"05.02.2010\t25:07:00\t0301\t\t0\t16\t\t", false, true, "Meier"}, Case{"", false, false, ""},
+        Case{"no tab", false, false, ""}, Case{"05.02.2010\t09:07:00\t0301\t77\t0\t16\t1", false, false, ""},
+        Case{"05.02.2010\t\t0301\t77\t0\t16\t1\t", false, false, ""},
+        Case{"05.02.2010\t09:07:00\t0301\t77\t0\t\t1\t", false, false, ""}}) {
+    const auto item = journal.J_MakeItem(line, noLookup);
+    ASSERT_EQ(item != nullptr, isRecord) << line;
+    if (!isRecord) continue;
+    EXPECT_EQ(item->Name(), name) << line;
+    EXPECT_FALSE(item->NewCallByService) << line;
+    EXPECT_EQ(item->AVMCallperiod, 0) << line;
+  }
+}
+
+TEST_F(JournalTest, ARewriteTurnsTheArrayAroundAndNeverMakesAJournal) {
+  const std::vector<modJournal::Item> items = {journal.J_MakeItem("13.03.2024\t11:00:00\t0302\t77\t4\t16\t2\t", true),
+                                               nullptr, std::make_shared<oDataCall>(),
+                                               journal.J_MakeItem("12.03.2024\t11:00:00\t0301\t77\t0\t16\t1\t", true)};
+  EXPECT_FALSE(journal.WriteJournalData(kPath, items, false));
+  EXPECT_FALSE(journal.WriteJournalData("", items, false));
+  EXPECT_EQ(store.Writes(), 0);
+  store.AddFile(kPath, "old");
+  for (const std::string& mark : {std::string("1"), std::string("0")}) {
+    EXPECT_TRUE(journal.WriteJournalData(kPath, items, mark == "0"));
+    EXPECT_EQ(Journal(), "12.03.2024\t11:00:00\t0301\t77\t0\t16\t" + mark +
+                             "\t\t0\t0\r\n13.03.2024\t11:00:00\t0302\t77\t4\t16\t" + mark + "\t\t0\t0\r\n");
+  }
+  store.Fail(Op::kOverwrite, ENOSPC, "", 1);
+  EXPECT_FALSE(journal.WriteJournalData(kPath, items, false));
+  EXPECT_NE(ErrorLog().find("modJournal.WriteJournalData + 28"), std::string::npos) << ErrorLog();
+  EXPECT_EQ(boxes.shown.size(), 1u);
+  blocks.JournalWriteBlocked = true;
+  EXPECT_FALSE(journal.WriteJournalData(kPath, {}, false));
+  EXPECT_FALSE(Journal().empty());
+}
+
+TEST_F(JournalTest, ThePeriodGoesIntoTheNewestLineOfTheNumberWithinTwoDays) {
+  oDataCall call = Call("0301");
+  call.CallDateTime = clock.Now();
+  call.AVMCallperiod = 61;
+  const std::string other = Line(0, "03012");
+  struct Case {
+    std::string before, after;  // equal: the file is not touched
+  };
+  for (const auto& [before, after] :
+       {Case{Line(47, "0301") + Line(1, "0301") + other, Line(47, "0301") + Line(1, "0301", 61) + other},
+        Case{Line(47, "0301") + other, Line(47, "0301", 61) + other}, Case{Line(-47, "0301", 9), Line(-47, "0301", 61)},
+        Case{Line(48, "0301"), Line(48, "0301")}, Case{Line(-48, "0301"), Line(-48, "0301")},
+        Case{"rubbish", "rubbish"}, Case{"", ""}}) {
+    store.AddFile(kPath, before);
+    store.requests.clear();
+    journal.SetCallPeriodInJournalFile(call);
+    EXPECT_EQ(Journal(), after);
+    EXPECT_EQ(store.Writes(), before == after ? 0 : 1) << before;
+  }
+  call.DataNumber("03\t01");
+  store.AddFile(kPath, Line(0, "03 01"));
+  journal.SetCallPeriodInJournalFile(call);
+  EXPECT_EQ(Journal(), Line(0, "03 01", 61));
+  EXPECT_EQ(ErrorLog(), "");
+}
+
+TEST_F(JournalTest, AJournalThatCannotBeReadOrWrittenStaysAsItIs) {
+  oDataCall call = Call("0301");
+  store.AddFile(kPath, Line(1, "0301"));
+  store.Fail(Op::kRead, EIO, "", 1);
+  journal.SetCallPeriodInJournalFile(call);
+  EXPECT_EQ(store.Writes(), 0);
+  store.Fail(Op::kOverwrite, EACCES);
+  call.AVMCallperiod = 61;
+  journal.SetCallPeriodInJournalFile(call);
+  EXPECT_EQ(Journal(), Line(1, "0301"));
+  EXPECT_EQ(boxes.shown.size(), 1u);
+}
+
+std::string Bytes(const std::string& name) {
+  std::ifstream file(VORLIX_TEST_DATA "/journal/" + name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class MuseumTest : public JournalTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(MuseumTest, ABrokenJournalKeepsEveryLineThatCanBeRead) {
+  const std::string name = GetParam();
+  store.AddFile(kPath, Bytes(name + ".txt"));
+  oDataCall call = Call();
+  call.AVMCallperiod = 61;
+  journal.SetCallPeriodInJournalFile(call);
+  ASSERT_FALSE(Bytes(name + ".after").empty());
+  EXPECT_EQ(Journal(), Bytes(name + ".after"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Journals, MuseumTest,
+                         testing::Values("lf_ends", "lf_then_crlf", "nul_bytes", "cut_line", "utf8", "byte_order_mark",
+                                         "eight_fields", "long_line", "odd_fields"));
+
+}  // namespace
+}  // namespace vorlix
