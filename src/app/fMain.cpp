@@ -65,6 +65,10 @@ ClockJobs fMain::Jobs() {
   ClockJobs jobs;
   jobs.options = [this] { return ClockSettings(settings_); };
   jobs.everySecond.emplace_back([this] { helpers_.TimerTick(); });
+  // A copy started with "restart" has taken this one's place.
+  jobs.everySecond.emplace_back([this] {
+    if (!system_.link.OwnsEndpoint()) Close(UnloadReason::kUser);
+  });
   jobs.storeJournalDate = [this](const std::string& date) { settingsStore_.SaveJournalDate(date); };
   jobs.archiveJournal = [this](const std::string& period) { archive_.JournalAuslagern(false, period, false); };
   jobs.isBookWatched = [this] { return folders_.BookRefresh(); };

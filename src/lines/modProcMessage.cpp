@@ -49,8 +49,12 @@ void modProcMessage::Socket_Proc_Terminate() {
   Trapped("modProcMessage.Socket_Proc_Terminate", [&] {
     for (auto& [source, link] : links_) {
       link->Terminate();
-      link->SendMsgToProc(kHelperEnd, {});
+      // Under our handle a restarted copy may already have a helper of its own.
+      if (ports_.link.OwnsEndpoint()) link->SendMsgToProc(kHelperEnd, {});
       link->IsUp = false;
+      // The ends of calls are not heard any more; what rings right now must not be missing in the journal.
+      if (const auto receiver = receivers_.find(source); receiver != receivers_.end())
+        receiver->second->ConnectionLost();
     }
     ports_.state.SocketConnected = false;
   });

@@ -83,6 +83,28 @@ TEST_F(EndToEndTest, EveryRecordedSessionGivesItsJournal) {
   const Row rows[] = {
       {"01_missed_then_answered.txt",
        "<now>\t012345678901\t01234567\t0\t16\t1\t\t0\t0\r\n<now>\t012345678901\t01234567\t0\t16\t1\t\t0\t2\r\n"},
+      // The first call of this recording never ends.
+      {"02_incoming_isdn_and_withheld.txt",
+       "<now>\tUnbekannt\t1234\t0\t16\t1\t\t0\t0\r\n"
+       "28.08.2010\t10:28:48\t04066969012\t1234\t0\t16\t1\t\t1\t0\r\n"},
+      {"03_outgoing_retries_same_id.txt",
+       "<now>\t07191100952\t10069\t0\t16\t1\t\t0\t109\r\n"
+       "17.06.2020\t10:30:57\t030100952\t10069\t0\t16\t1\t\t1\t0\r\n"
+       "17.06.2020\t10:31:08\t030100952\t10069\t0\t16\t1\t\t1\t0\r\n"
+       "17.06.2020\t10:31:24\t030100952\t10069\t0\t16\t1\t\t1\t0\r\n"
+       "17.06.2020\t10:31:54\t030100952\t10069\t0\t16\t1\t\t1\t0\r\n"
+       "17.06.2020\t10:32:16\t030100952\t10069\t0\t16\t1\t\t1\t312\r\n"},
+      {"04_own_number_calls_own_number.txt", "<now>\t07191100732\t10069\t0\t16\t1\t\t0\t6\r\n"},
+      {"05_overlapping_isdn_sip.txt",
+       "17.02.2008\t10:59:53\t030916142\t879136\t0\t16\t1\t\t1\t0\r\n"
+       "<now>\t06990009136\t916142\t0\t16\t1\t\t0\t0\r\n"
+       "17.02.2008\t11:01:46\t030916137\t879136\t0\t16\t1\t\t1\t13\r\n"
+       "<now>\t06990009136\t916137\t0\t16\t1\t\t0\t13\r\n"},
+      {"06_three_at_once_no_semicolon.txt",
+       "13.04.2003\t09:10:13\t01231234567\t7654321\t0\t16\t1\t\t1\t800\r\n"
+       "09.09.2006\t15:59:41\t01237654321\t1234567\t0\t16\t1\t\t1\t660\r\n"
+       "<now>\t01713920012\t4271960\t0\t16\t1\t\t0\t660\r\n"},
+      {"07_answered_201s.txt", "<now>\t017604069076\t23125099\t0\t16\t1\t\t0\t201\r\n"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.session);
@@ -94,8 +116,9 @@ TEST_F(EndToEndTest, EveryRecordedSessionGivesItsJournal) {
     router.SendLine("01.01.20 00:00:00;CALL;9;4;END;0999;SIP0;");
     router.SendLine("01.01.20 00:00:01;DISCONNECT;9;0;");
     ASSERT_TRUE(program.Shows("Erfolglos   0999")) << program.Output();
+    const std::string journal = program.Journal();
     program.End();
-    EXPECT_EQ(WithoutNow(program.Journal(), Today()),
+    EXPECT_EQ(WithoutNow(journal, Today()),
               std::string(row.journal) + "01.01.2020\t00:00:00\t0999\tEND\t0\t16\t1\t\t1\t0\r\n");
   }
 }
@@ -143,6 +166,15 @@ TEST_F(EndToEndTest, EverySignalClosesTheProgramAndItsHelperInOrder) {
   }
 }
 
+TEST_F(EndToEndTest, ACallThatRingsWhileTheProgramClosesIsInTheJournal) {
+  RunningVorlix program(folder.Path());
+  Connect(program);
+  router.SendLine("09.05.21 21:21:25;RING;0;0171111;77;SIP2;");
+  ASSERT_TRUE(program.Shows("Anruf       0171111"));
+  EXPECT_EQ(program.End(), 0);
+  EXPECT_THAT(program.Journal(), HasSubstr("\t0171111\t77\t"));
+}
+
 TEST_F(EndToEndTest, TheHelperOfAKilledProgramLeaves) {
   RunningVorlix program(folder.Path());
   Connect(program);
@@ -164,6 +196,10 @@ TEST_F(EndToEndTest, ASecondCopyOnTheSameFolderEndsAtOnceAndARestartTakesOver) {
   RunningVorlix::WriteSettings(other.Path(), router.Port());
   RunningVorlix beside(other.Path());
   EXPECT_TRUE(beside.Shows("AVM OK"));
+  RunningVorlix restarted(folder.Path(), {"restart"});
+  EXPECT_TRUE(restarted.Shows("AVM OK"));
+  EXPECT_TRUE(first.EndsItself(code));
+  EXPECT_FALSE(restarted.Helpers().empty());
 }
 
 TEST_F(EndToEndTest, AReadOnlyJournalIsReportedAndTheNextCallIsTriedAgain) {
@@ -194,8 +230,9 @@ TEST_F(EndToEndTest, HostileLinesNeitherStopTheProgramNorReachARecord) {
   router.SendLine("17.06.20 10:30:57;CALL;1;11;10069;0999;SIP0;");
   router.SendLine("17.06.20 10:30:58;DISCONNECT;1;0;");
   ASSERT_TRUE(program.Shows("Erfolglos   0999")) << program.Output();
+  const std::string journal = program.Journal();
   EXPECT_EQ(program.End(), 0);
-  EXPECT_EQ(WithoutNow(program.Journal(), Today()),
+  EXPECT_EQ(WithoutNow(journal, Today()),
             "<now>\t0171 5\t7 [2J7\t0\t16\t1\t\t0\t0\r\n"
             "17.06.2020\t10:30:57\t0999\t10069\t0\t16\t1\t\t1\t0\r\n");
 }

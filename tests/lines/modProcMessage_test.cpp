@@ -102,6 +102,7 @@ TEST_F(modProcMessageTest, TerminateTellsTheHelperToEndAndHearsItNoMore) {
   proc.Socket_Proc_Terminate();
   EXPECT_FALSE(state.SocketConnected);
   EXPECT_THAT(link.TakeSent(), ElementsAre(FakeMessageLink::Message{815, 16 | kHelperEnd, ""}));
+  EXPECT_THAT(Taken(), ElementsAre("connection lost"));
   Say(kHelperLine, "late");
   Tick(20);
   EXPECT_THAT(Taken(), IsEmpty());
