@@ -149,12 +149,9 @@ void modJournal::WriteCallActiveData(const std::string& path, const clsCollectio
 }
 
 modJournal::Item modJournal::J_MakeItem(std::string_view line, bool noLookup) {
-  return Trapped("modJournal.J_MakeItem", [&]() -> Item {
-    if (line.find(kTab) == std::string_view::npos) return nullptr;
-    std::vector<std::string> fields = Split(line, "\t");
-    if (!J_CheckItem(fields)) return nullptr;
-    const Item call = ItemOf(fields);
-    if (!noLookup && !IsUnknownNumber(call->DataNumber())) ports_.names.Fill(*call);
+  return Trapped("modJournal.J_MakeItem", [&] {
+    Item call = ItemOf(line);
+    if (call && !noLookup && !IsUnknownNumber(call->DataNumber())) ports_.names.Fill(*call);
     return call;
   });
 }
@@ -166,7 +163,11 @@ std::string modJournal::SortDate(const oDataCall& call, const std::string& date)
                            : GetFormatedDateByString(date, ports_.clock, 0, true);
 }
 
-modJournal::Item modJournal::ItemOf(const std::vector<std::string>& fields) {
+// Lets a fault through: a rewrite that runs out of memory must end, not go on without the line.
+modJournal::Item modJournal::ItemOf(std::string_view line) {
+  if (line.find(kTab) == std::string_view::npos) return nullptr;
+  std::vector<std::string> fields = Split(line, "\t");
+  if (!J_CheckItem(fields)) return nullptr;
   auto call = std::make_shared<oJournalLine>(&ports_.numbers);
   call->CallDateTime = CDateNew(fields[kDate], fields[kTime]);
   if (!call->CallDateTime) {
@@ -235,13 +236,12 @@ void modJournal::SetCallPeriodInJournalFile(const std::string& path, const oData
       "modVorlix_ResetViewedInJournalFile ArrayReverse",
       [&] {
         const std::vector<std::string> lines = ReadLines(path);
-        const auto match = std::find_if(lines.rbegin(), lines.rend(), [&](const std::string& line) {
-          return IsLineOf(J_MakeItem(line, true), call);
-        });
+        const auto match = std::find_if(lines.rbegin(), lines.rend(),
+                                        [&](const std::string& line) { return IsLineOf(ItemOf(line), call); });
         if (match == lines.rend()) return;
         std::string text;
         for (const std::string& line : lines) {
-          const Item item = J_MakeItem(line, true);
+          const Item item = ItemOf(line);
           if (!item) continue;
           if (&line == &*match) item->AVMCallperiod = call.AVMCallperiod;
           text += RewrittenLine(*item, false);

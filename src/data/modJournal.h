@@ -109,7 +109,7 @@ class modJournal : public CallRecords {
 
  private:
   std::string SortDate(const oDataCall& call, const std::string& date) const;
-  Item ItemOf(const std::vector<std::string>& fields);
+  Item ItemOf(std::string_view line);
   std::vector<std::string> ReadLines(const std::string& path);
   bool Rewrite(const std::string& path, std::string_view text);
 

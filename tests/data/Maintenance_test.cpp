@@ -35,11 +35,8 @@ TEST_F(MaintenanceTest, ABackupTakesTheTickedFilesAndComesBackToTheirPlaces) {
   const std::vector<Case> cases = {
       {BackupItem::kBook, "Vorlixbook.txt", "Vorlixbook.txt"},
       {BackupItem::kJournal, "Vorlixjournal.txt", "Vorlixjournal.txt"},
-      {BackupItem::kBlacklist, "blacklist.dat", "blacklist.dat"},
       {BackupItem::kSettings, "Vorlix.ini", "Vorlix.ini"},
       {BackupItem::kTAPISettings, "sett_TAPI.ini", "sett_TAPI.ini"},
-      {BackupItem::kMailTemplate, "mail/mail_template.txt", "mail/mail_template.txt"},
-      {BackupItem::kSearchCounts, "search/inverscounts.ini", "search/inverscounts.ini"},
       {BackupItem::kHolidays, "holidays/holiday_DE.ini", "holidays/holiday_DE.ini"},
       {BackupItem::kSkin, "designs/skin_02.ini", "skin_02.ini"},
   };

