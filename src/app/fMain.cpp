@@ -36,6 +36,14 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       helpers_({system.link, system.processes, system.files, pipeline_, state_}, folders_.ProgramFolder()),
       router_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, numbers_, ownNumbers_, book_, journal_,
                journalWindow_, newCallsWindow_, prefixInput_, simulation_, display_}),
+      errorMessage_(
+          {files_,
+           folders_,
+           settings_,
+           settingsStore_,
+           messages_,
+           [this](const std::string& file, const std::string& argument) { system_.processes.Start(file, {argument}); },
+           {}}),
       clock_(system.loop.GetClock(), timers_, Jobs()),
       startUp_(system.loop),
       shutDown_(timers_, state_) {
@@ -71,6 +79,7 @@ ClockJobs fMain::Jobs() {
   });
   jobs.storeJournalDate = [this](const std::string& date) { settingsStore_.SaveJournalDate(date); };
   jobs.archiveJournal = [this](const std::string& period) { archive_.JournalAuslagern(false, period, false); };
+  jobs.checkErrorReport = [this] { errorMessage_.Check(); };
   jobs.isBookWatched = [this] { return folders_.BookRefresh(); };
   return jobs;
 }

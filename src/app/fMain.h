@@ -22,6 +22,7 @@
 #include "lines/AVM_monitor.h"
 #include "lines/modProcMessage.h"
 #include "platform/Processes.h"
+#include "screens/ErrorMessage.h"
 #include "services/modAll_MsgBox.h"
 
 namespace vorlix {
@@ -116,6 +117,7 @@ class fMain {
   CallPipeline pipeline_;
   modProcMessage helpers_;
   AVM_monitor router_;
+  ErrorMessage errorMessage_;
   ProgramClock clock_;
   StartUp startUp_;
   std::unique_ptr<StartWait> wait_;

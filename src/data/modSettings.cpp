@@ -25,6 +25,11 @@ std::string ProgramVersionText() {
   return "v" + std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + std::to_string(kVersionRevision);
 }
 
+void GetLanguages(modAPI_INI& ini, const std::string& file, std::string& code, std::string& name) {
+  code = ini.GetSettStr("Data", "CountryID", "de", file);
+  name = ini.GetSettStr("Data", "Language", "deutsch", file);
+}
+
 std::string SettingsFillBinString(const std::string& text, std::size_t length) {
   return text.size() >= length ? text : text + std::string(length - text.size(), '0');
 }

@@ -98,6 +98,9 @@ class modSettings {
 // "v3.00": how the program names its version in files and messages.
 std::string ProgramVersionText();
 
+// The code and the name that a language file gives itself; "de" and "deutsch" where it does not.
+void GetLanguages(modAPI_INI& ini, const std::string& file, std::string& code, std::string& name);
+
 // Pads a text of flags with "0" on the right up to `length`; a longer text stays.
 std::string SettingsFillBinString(const std::string& text, std::size_t length);
 // The character at `position` (from 1) as a number, or the fallback if it is none.

@@ -306,6 +306,15 @@ TEST_F(SettingsTest, UserPathsAreStoredRelativeToTheProgram) {
   EXPECT_EQ(SettingsGetValueFromSettString("1", 2, 9), 9);
 }
 
+TEST_F(SettingsTest, ALanguageFileNamesItself) {
+  std::string code, name;
+  GetLanguages(ini, R"(\base\language_xx.ini)", code, name);
+  EXPECT_EQ(code + name, "dedeutsch");
+  store.AddFile("/program/base/language_en.ini", "[Data]\r\nCountryID=en\r\nLanguage=english\r\n");
+  GetLanguages(ini, R"(\base\language_en.ini)", code, name);
+  EXPECT_EQ(code + name, "enenglish");
+}
+
 TEST_F(SettingsTest, ExpertSwitchesAreOffAndHelpersLogUnlessTheFileSaysSo) {
   EXPECT_TRUE(LoadSpecSwitches(ini, folders).LogMode.Mail);
   store.AddFile("/program/Vorlixspec.ini", "[Debug]\r\nLogAVM=1\r\nLogExport=1\r\n[LogMode]\r\nExport=0\r\nMail=0\r\n");

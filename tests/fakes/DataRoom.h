@@ -17,9 +17,10 @@ namespace vorlix {
 class NotedBoxes : public MsgBoxDoor {
  public:
   std::vector<std::string> shown;  // title, style and text
+  MsgBoxAnswer answer = MsgBoxAnswer::kOk;
   MsgBoxAnswer Show(std::string_view text, int style, std::string_view title, bool) override {
     shown.push_back(std::string(title) + " " + std::to_string(style) + ": " + std::string(text));
-    return MsgBoxAnswer::kOk;
+    return answer;
   }
 };
 

@@ -1,0 +1,54 @@
+#include "screens/ErrorMessage.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/DataRoom.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+using testing::HasSubstr;
+
+class ErrorMessageTest : public testing::Test, protected DataRoom {
+ protected:
+  void Log(int lines) {
+    store.AddFile("/vorlix/log/error.log", Replace(std::string(static_cast<std::size_t>(lines), 'x'), "x", "x\r\n"));
+  }
+
+  Settings settings;
+  modSettings module{{ini, store, folders, clock, messages, {}}, settings};
+  std::vector<std::string> started;
+  ErrorMessage dialog{
+      {files, folders, settings, module, messages,
+       [this](const std::string& file, const std::string& argument) { started.push_back(file + " " + argument); },
+       [] { return std::string("maker/2.0"); }}};
+};
+
+TEST_F(ErrorMessageTest, AsksOnlyWhenWantedWithEnoughErrorsAndAReportProgram) {
+  dialog.Check();
+  Log(30);
+  dialog.Check();
+  EXPECT_TRUE(boxes.shown.empty());  // no report program
+  store.AddFile("/program/errorreport", "program");
+  settings.General.ErrorCount = 31;
+  dialog.Check();
+  settings.General.ErrorCount = 24;
+  settings.ErrorMessage.Show = false;
+  dialog.Check();
+  EXPECT_TRUE(boxes.shown.empty());
+  settings.ErrorMessage.Show = true;
+  dialog.Check();
+  ASSERT_EQ(boxes.shown.size(), 1u);
+  EXPECT_THAT(boxes.shown[0], HasSubstr("Vorlix - Fehlerbehandlung"));
+  EXPECT_THAT(boxes.shown[0], HasSubstr(" 20 "));
+  EXPECT_EQ(ini.GetSettLng("General", "ErrorCount", 0), 10);
+  EXPECT_TRUE(started.empty());
+  boxes.answer = MsgBoxAnswer::kYes;
+  dialog.Check();
+  EXPECT_THAT(started, testing::ElementsAre("/program/errorreport mode=1|user=|mail=|ver=3.0|hw=(CAPI:maker/2.0)"));
+}
+
+}  // namespace
+}  // namespace vorlix
