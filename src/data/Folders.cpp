@@ -52,7 +52,7 @@ void Folders::ReadPathsFile(const FileStore& files, const std::string& defaultFo
   const std::string path = programFolder_ + std::string(kPathsFile);
   std::string text;
   if (!files.Stat(path).IsFile() || !files.Read(path, text)) return;
-  const IniDocument paths(std::move(text));
+  const IniDocument paths(text);
   bookRefresh_ = LeadingInteger(paths.Get("Paths", "BookRefresh").value_or("0")).value_or(0) > 0;
   std::string data = paths.Get("Paths", "ProgramData").value_or("1");
   if (data.empty()) data = "0";

@@ -109,7 +109,7 @@ modAPI_INI::File& modAPI_INI::Load(std::string_view name) {
   if (isNew || info != file.info) {
     std::string text;
     if (info.IsFile() && !files_.Read(path, text)) text.clear();
-    file.document = IniDocument(std::move(text));
+    file.document = IniDocument(text);
     file.info = info;
   }
   file.fresh = batches_ > 0;

@@ -168,7 +168,7 @@ bool clsCollection::AddEntry(std::string_view key, Value value) {
   return true;
 }
 
-void clsCollection::Erase(std::deque<Entry>::const_iterator position) {
+void clsCollection::Erase(const std::deque<Entry>::const_iterator& position) {
   keys_.erase(position->key);
   entries_.erase(position);
 }

@@ -104,7 +104,7 @@ class clsCollection {
   std::deque<Entry>::const_iterator Position(std::string_view key) const;
   const Entry* Find(std::string_view key) const;
   bool AddEntry(std::string_view key, Value value);
-  void Erase(std::deque<Entry>::const_iterator position);
+  void Erase(const std::deque<Entry>::const_iterator& position);
 
   std::deque<Entry> entries_;
   std::unordered_map<std::string, std::uint64_t, TextHash, std::equal_to<>> keys_;

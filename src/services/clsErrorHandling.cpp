@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -126,7 +127,7 @@ std::string clsErrorHandling::VersionText() const {
 // version in front.
 std::string clsErrorHandling::Uptime() const {
   if (identifier_ != "PRG" || clock_ == nullptr) return {};
-  const auto seconds = static_cast<long long>(clock_->Now().DaysSince(startTime_) * 86400 + 0.5);
+  const long long seconds = std::llround(clock_->Now().DaysSince(startTime_) * 86400);
   return " " + std::to_string(seconds / 86400) + ":" + Padded(seconds / 3600 % 24, 2) + ":" +
          Padded(seconds / 60 % 60, 2) + ":" + Padded(seconds % 60, 2) + " ";
 }

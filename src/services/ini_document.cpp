@@ -45,12 +45,11 @@ std::string_view WithoutMark(std::string_view line) {
 
 }  // namespace
 
-IniDocument::IniDocument(std::string text) {
-  std::string_view rest = text;
-  while (!rest.empty()) {
-    const std::size_t length = std::min(rest.find('\n'), rest.size() - 1) + 1;
-    lines_.emplace_back(rest.substr(0, length));
-    rest.remove_prefix(length);
+IniDocument::IniDocument(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
+    lines_.emplace_back(text.substr(0, length));
+    text.remove_prefix(length);
   }
   Index();
 }

@@ -18,7 +18,7 @@ namespace vorlix {
 class IniDocument {
  public:
   IniDocument() = default;
-  explicit IniDocument(std::string text);
+  explicit IniDocument(std::string_view text);
 
   // The value of a key, or nothing where section or key is missing.
   std::optional<std::string> Get(std::string_view section, std::string_view key) const;
