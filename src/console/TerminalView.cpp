@@ -1,7 +1,9 @@
 #include "console/TerminalView.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <cerrno>
 #include <iostream>
+#include <poll.h>
 #include <unistd.h>
 
 #include "services/ansi.h"
@@ -11,11 +13,10 @@
 namespace vorlix {
 namespace {
 
-void Write(std::string_view text) {
-  const std::string utf8 = ToUtf8(text);
-  std::fwrite(utf8.data(), 1, utf8.size(), stdout);
-  std::fflush(stdout);
-}
+constexpr std::size_t kMostWaiting = 256 * 1024;
+// What a pipe that calls itself writable takes without blocking.
+constexpr std::size_t kPortion = 4096;
+constexpr int kPatience = 250;  // milliseconds
 
 }  // namespace
 
@@ -47,6 +48,24 @@ std::optional<std::string> TerminalView::Ask(const std::string& question, const 
 
 void TerminalView::Tell(const std::string& text) {
   Write(text + "\n");
+}
+
+void TerminalView::Write(std::string_view text) {
+  waiting_ += ToUtf8(text);
+  if (waiting_.size() > kMostWaiting) waiting_.erase(0, waiting_.find('\n', waiting_.size() - kMostWaiting) + 1);
+  while (!waiting_.empty() && IsWritable()) {
+    const ssize_t written = write(output_, waiting_.data(), std::min(waiting_.size(), kPortion));
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) waiting_.clear();  // nobody looks any more
+    if (written > 0) waiting_.erase(0, static_cast<std::size_t>(written));
+  }
+}
+
+// A slow reader gets a moment; one that stands still costs it only once.
+bool TerminalView::IsWritable() {
+  pollfd wanted{output_, POLLOUT, 0};
+  stalled_ = poll(&wanted, 1, stalled_ ? 0 : kPatience) == 0;
+  return !stalled_;
 }
 
 }  // namespace vorlix

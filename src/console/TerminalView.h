@@ -13,6 +13,10 @@ namespace vorlix {
 
 class TerminalView : public CallFeedView, public MsgBoxDoor, public FirstStartView {
  public:
+  // The descriptor stays the caller's. A terminal that takes nothing, as one that was paused by hand, does not hold the
+  // program: its lines wait, the oldest are given up beyond a quarter of a megabyte.
+  explicit TerminalView(int output = 1) : output_(output) {}
+
   // What tells people apart from pipes and services: both ends are a terminal.
   static bool IsInteractive();
 
@@ -23,6 +27,14 @@ class TerminalView : public CallFeedView, public MsgBoxDoor, public FirstStartVi
 
   std::optional<std::string> Ask(const std::string& question, const std::string& fallback) override;
   void Tell(const std::string& text) override;
+
+ private:
+  void Write(std::string_view text);
+  bool IsWritable();
+
+  int output_;
+  std::string waiting_;  // UTF-8
+  bool stalled_ = false;
 };
 
 }  // namespace vorlix
