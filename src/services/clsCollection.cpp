@@ -78,8 +78,10 @@ bool clsCollection::AddByKeyValue(std::string_view key, Value value) {
 
 void clsCollection::ChangeByKeyValue(std::string_view key, std::string_view value) {
   if (entries_.empty()) return;
-  RemoveByKeyName(key);
-  AddEntry(key, std::string(key) + "=" + std::string(value));
+  const std::string name(key);  // the caller's may be the key of the entry that goes
+  std::string text = name + "=" + std::string(value);
+  RemoveByKeyName(name);
+  AddEntry(name, std::move(text));
 }
 
 std::string clsCollection::ItemByKeyValue(std::string_view key, std::string_view fallback) const {
@@ -163,7 +165,9 @@ const clsCollection::Entry* clsCollection::Find(std::string_view key) const {
 }
 
 bool clsCollection::AddEntry(std::string_view key, Value value) {
-  if (key.empty() || !keys_.try_emplace(std::string(key), nextSequence_).second) return false;
+  const auto* object = std::get_if<Object>(&value);
+  if (key.empty() || (object != nullptr && !*object)) return false;
+  if (!keys_.try_emplace(std::string(key), nextSequence_).second) return false;
   entries_.push_back({nextSequence_++, std::string(key), std::move(value)});
   return true;
 }

@@ -61,6 +61,7 @@ class clsCollection {
   bool Add(const Object& object);
   // Adds the text key=value under the key.
   bool AddByINIData(std::string_view key, std::string_view value);
+  // False, as for Add, also for an empty key.
   bool AddByKeyValue(std::string_view key, Value value);
   // Puts key=value in place of the entry of that key; the entry moves to the end. An empty list stays empty.
   void ChangeByKeyValue(std::string_view key, std::string_view value);

@@ -1,10 +1,12 @@
 #include "services/clsErrorHandling.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <exception>
+#include <limits>
 #include <new>
 #include <system_error>
 
@@ -52,6 +54,22 @@ std::string ControlsNamed(std::string_view text) {
   }
   return out;
 }
+
+void WriteToTerminal(std::string_view text) {
+  std::fprintf(stderr, "%s\n", ToUtf8(text).c_str());
+}
+
+// Set while a block runs, however it ends.
+class Mark {
+ public:
+  explicit Mark(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Mark() { flag_ = false; }
+  Mark(const Mark&) = delete;
+  Mark& operator=(const Mark&) = delete;
+
+ private:
+  bool& flag_;
+};
 
 }  // namespace
 
@@ -103,20 +121,42 @@ void clsErrorHandling::WriteErrorLine(std::string_view routine, const std::strin
   if (force || number != 0) line += " + " + std::to_string(number);
   if (force || !description.empty()) line += " + " + ControlsNamed(description);
   if (!parameters.empty()) line += " Params" + ControlsNamed(parameters);
-  if (store_ == nullptr || !store_->IsReady()) {
-    // Before the data root is known there is no file to write to; a failing start must not be mute.
-    std::fprintf(stderr, "%s\n", ToUtf8(line).c_str());
-  } else {
-    store_->FileWrite_Log(kFileLogError, line, kErrorLogLimitKB);
-    rowCount_ = store_->RowCount(kFileLogError);
-  }
+  AppendToErrorLog(line);
   if (message && showMessage_) {
     const Texts& texts = LoadTexts();
     showMessage_(texts.errorRaised + std::string(kLineEnd) + texts.seeFile + ": " + std::string(kFileLogError),
                  kMsgWarning, {});
   }
-} catch (const std::exception& fault) {
-  if (showMessage_) showMessage_("Error in ExceptionHandler" + std::string(kLineEnd) + fault.what(), kMsgWarning, {});
+} catch (...) {
+  ShowOwnFault(trap::CurrentFault().second);
+}
+
+// Before the data root is known there is no file to write to, and a failing start must not be mute. A fault that comes
+// up while a line is being written would come up again at every attempt to write it.
+void clsErrorHandling::AppendToErrorLog(const std::string& line) {
+  if (writing_ || store_ == nullptr || !store_->IsReady()) {
+    WriteToTerminal(line);
+    return;
+  }
+  const Mark mark(writing_);
+  if (!store_->FileWrite_Log(kFileLogError, line, kErrorLogLimitKB)) {
+    WriteToTerminal(line);
+    throw std::runtime_error("write " + std::string(kFileLogError) + ": not possible");
+  }
+  rowCount_ = store_->RowCount(kFileLogError);
+}
+
+// The last stop of every fault: nothing may leave it, and a box that fails in turn is not tried again.
+void clsErrorHandling::ShowOwnFault(const std::string& description) noexcept try {
+  const std::string text = "Error in ExceptionHandler" + std::string(kLineEnd) + description;
+  if (!showMessage_ || showingOwnFault_) {
+    WriteToTerminal(text);
+    return;
+  }
+  const Mark mark(showingOwnFault_);
+  showMessage_(text, kMsgWarning, {});
+} catch (...) {
+  std::fputs("Error in ExceptionHandler\n", stderr);
 }
 
 std::string clsErrorHandling::VersionText() const {
@@ -124,10 +164,10 @@ std::string clsErrorHandling::VersionText() const {
 }
 
 // Days, hours, minutes and seconds since the program began, for the main program only; a blank keeps them off the
-// version in front.
+// version in front. A clock that was set back gives 0.
 std::string clsErrorHandling::Uptime() const {
   if (identifier_ != "PRG" || clock_ == nullptr) return {};
-  const long long seconds = std::llround(clock_->Now().DaysSince(startTime_) * 86400);
+  const long long seconds = std::max(0LL, std::llround(clock_->Now().DaysSince(startTime_) * 86400));
   return " " + std::to_string(seconds / 86400) + ":" + Padded(seconds / 3600 % 24, 2) + ":" +
          Padded(seconds / 60 % 60, 2) + ":" + Padded(seconds % 60, 2) + " ";
 }
@@ -148,10 +188,12 @@ void clsErrorHandling::LogDebug_Trace(std::string_view routine, const TraceParam
   AddTraceEntry(routine, ParameterText(params));
 }
 
-void clsErrorHandling::AddTraceEntry(std::string_view routine, const std::string& parameters) {
+// A trace that cannot be kept must not keep the traced routine from running.
+void clsErrorHandling::AddTraceEntry(std::string_view routine, const std::string& parameters) try {
   if (traceWarningPending_) WarnOfTracing();
   if (!CanTrace()) return;
-  repeatCount_ = static_cast<std::int16_t>(routine == lastRoutine_ ? repeatCount_ + 1 : 1);
+  if (routine != lastRoutine_) repeatCount_ = 0;
+  if (repeatCount_ < std::numeric_limits<std::int16_t>::max()) ++repeatCount_;
   lastRoutine_ = routine;
   const DateTime now = clock_ == nullptr ? DateTime() : clock_->Now();
   if (!traceQueue_) {
@@ -161,6 +203,8 @@ void clsErrorHandling::AddTraceEntry(std::string_view routine, const std::string
   }
   traceQueue_->Queue_Add(LogDatePrefix(now) + VersionText() + "  " + std::string(routine) + " " +
                          Padded(repeatCount_, 2) + ControlsNamed(parameters));
+} catch (...) {
+  ShowOwnFault(trap::CurrentFault().second);
 }
 
 void clsErrorHandling::WarnOfTracing() {
@@ -182,13 +226,22 @@ bool clsErrorHandling::CanTrace() {
   return !hidden;
 }
 
-void clsErrorHandling::Trace_Flush() {
-  if (!traceQueue_ || traceQueue_->Count() == 0 || store_ == nullptr || !store_->IsReady()) return;
+// Writing may itself be traced: such lines join the queue behind those that go out, and wait for the next flush.
+void clsErrorHandling::Trace_Flush() try {
+  if (flushing_ || !traceQueue_ || store_ == nullptr || !store_->IsReady()) return;
+  const std::size_t count = traceQueue_->Count();
+  if (count == 0) return;
+  const Mark mark(flushing_);
   std::string lines;
   for (const auto& entry : traceQueue_->GetCollection()) {
     lines += std::get<std::string>(entry.value) + std::string(kLineEnd);
   }
-  if (store_->AppendLines(kFileLogTrace, lines)) traceQueue_->Clear();
+  if (!store_->AppendLines(kFileLogTrace, lines)) return;
+  for (std::size_t i = 0; i < count; ++i) {
+    traceQueue_->RemoveFirst();
+  }
+} catch (...) {
+  ShowOwnFault(trap::CurrentFault().second);
 }
 
 std::string clsErrorHandling::ParameterText(const TraceParams& params) {

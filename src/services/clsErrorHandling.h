@@ -146,6 +146,8 @@ class clsErrorHandling {
 
   void WriteErrorLine(std::string_view routine, const std::string& parameters, bool message, bool force, int number,
                       std::string_view description);
+  void AppendToErrorLog(const std::string& line);
+  void ShowOwnFault(const std::string& description) noexcept;
   void WriteDebugLine(bool wanted, std::string_view text, const TraceParams& params);
   void AddTraceEntry(std::string_view routine, const std::string& parameters);
   void WarnOfTracing();
@@ -166,6 +168,7 @@ class clsErrorHandling {
   std::string lastRoutine_;
   std::int16_t repeatCount_ = 0;
   std::unique_ptr<clsCollection> traceQueue_;
+  bool writing_ = false, flushing_ = false, showingOwnFault_ = false;
 };
 
 // The process-wide object.

@@ -39,13 +39,13 @@ std::string EntryKey(std::string_view section, std::string_view key) {
   return Lower(TrimSpace(section)) + "\n" + Lower(TrimSpace(key));
 }
 
-std::string_view WithoutMark(std::string_view line) {
-  return line.starts_with(kByteOrderMark) ? line.substr(kByteOrderMark.size()) : line;
-}
-
 }  // namespace
 
 IniDocument::IniDocument(std::string_view text) {
+  if (text.starts_with(kByteOrderMark)) {
+    mark_ = kByteOrderMark;
+    text.remove_prefix(kByteOrderMark.size());
+  }
   while (!text.empty()) {
     const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
     lines_.emplace_back(text.substr(0, length));
@@ -55,7 +55,7 @@ IniDocument::IniDocument(std::string_view text) {
 }
 
 std::string IniDocument::Text() const {
-  return Join(lines_, {});
+  return mark_ + Join(lines_, {});
 }
 
 void IniDocument::Index() {
@@ -68,7 +68,7 @@ void IniDocument::Index() {
 }
 
 void IniDocument::IndexLine(std::size_t number, std::string& section) {
-  const std::string_view line = TrimSpace(number == 0 ? WithoutMark(lines_[0]) : lines_[number]);
+  const std::string_view line = TrimSpace(lines_[number]);
   const std::size_t equals = line.find('=');
   if (line.starts_with('[')) {
     section = Lower(TrimSpace(line.substr(1, line.find(']') - 1)));
@@ -134,10 +134,10 @@ bool IniDocument::DeleteKey(std::string_view section, std::string_view key) {
 bool IniDocument::DeleteSection(std::string_view section) {
   const std::string wanted = Lower(TrimSpace(section));
   if (!sectionEnds_.contains(wanted)) return false;
-  bool inside = false;
+  bool inside = wanted.empty();  // entries in front of the first section have the empty one
   std::vector<std::string> kept;
   for (std::string& whole : lines_) {
-    const std::string_view line = TrimSpace(WithoutMark(whole));
+    const std::string_view line = TrimSpace(whole);
     if (line.starts_with('[')) inside = Lower(TrimSpace(line.substr(1, line.find(']') - 1))) == wanted;
     if (!inside) kept.push_back(std::move(whole));
   }

@@ -44,6 +44,7 @@ class IniDocument {
   void Insert(std::size_t number, const std::string& content);
   std::string_view LineEnd() const;
 
+  std::string mark_;                                          // the byte-order mark, if there is one
   std::vector<std::string> lines_;                            // each with its own line end
   std::unordered_map<std::string, std::size_t> entries_;      // lower-case "section\nkey" -> its line
   std::unordered_map<std::string, std::size_t> sectionEnds_;  // lower-case name -> the line where a new entry goes

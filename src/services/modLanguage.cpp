@@ -47,6 +47,7 @@ void LanguageInit(std::string_view code, const ReadFile& read) {
         Catalogue& catalogue = Current();
         if (!code.empty()) catalogue.code = code;
         catalogue.file = R"(\base\language_)" + catalogue.code + ".ini";
+        catalogue.missing = true;  // should reading fail, the texts of the former language are not shown as this one's
         const auto text = read(catalogue.file);
         catalogue.missing = !text.has_value();
         catalogue.document = IniDocument(text.value_or(std::string()));

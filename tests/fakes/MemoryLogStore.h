@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <string>
 
@@ -15,6 +16,7 @@ class MemoryLogStore : public LogStore {
   bool ready = true;
   bool canWrite = true;
   bool throws = false;
+  std::function<void()> whileWriting;  // runs inside each write
   int appends = 0;
   std::map<std::string, std::string> files;
 
@@ -25,11 +27,13 @@ class MemoryLogStore : public LogStore {
 
   bool IsReady() const override { return ready; }
   bool FileWrite_Log(std::string_view path, std::string_view text, int) override {
+    if (whileWriting) whileWriting();
     if (throws) throw Fault(70, "no access");
     if (canWrite) files[std::string(path)] += std::string(text) + "\n";
     return canWrite;
   }
   bool AppendLines(std::string_view path, std::string_view lines) override {
+    if (whileWriting) whileWriting();
     if (!canWrite) return false;
     ++appends;
     files[std::string(path)] += lines;

@@ -27,6 +27,7 @@ TEST(clsCollection, KeepsTheFirstObjectOfAKeyAndTheOrderOfInsertion) {
   EXPECT_FALSE(list.Add(std::make_shared<Named>("a")));
   EXPECT_FALSE(list.Add(nullptr));
   EXPECT_FALSE(list.Add(std::make_shared<Named>("")));
+  EXPECT_FALSE(list.AddByKeyValue("nothing", clsCollection::Object()));
   EXPECT_EQ(list.ItemByKey("a"), first);
   EXPECT_EQ(list.ItemByKey("c"), nullptr);
   EXPECT_EQ(list.GetItemByIndex(2)->Key, "b");
@@ -53,6 +54,10 @@ TEST(clsCollection, TextsAreKeptByKeyAndMoveToTheEndWhenChanged) {
   EXPECT_TRUE(list.RemoveByIndex("2"));
   EXPECT_TRUE(list.RemoveByKeyName("k"));
   EXPECT_FALSE(list.RemoveFirst());
+  const std::string key(40, 'k');
+  list.AddByINIData(key, "1");
+  list.ChangeByKeyValue(list.GetCollection().front().key, "2");  // the key given is the one that goes
+  EXPECT_EQ(list.GetItemByIndexByKeyValue(1), key + "=2");
 }
 
 TEST(clsCollection, ClonesWhatCanBeClonedAndSharesTheRest) {

@@ -47,6 +47,9 @@ TEST_F(clsErrorHandlingTest, AnErrorLineHasVersionUptimeRoutineFaultAndParameter
   handling.ErrorLogNew("modX.Do", {"a\tb\r\nc", 7, true, 2.5, nullptr}, 13, "Type mismatch");
   EXPECT_EQ(ErrorLog(), "PRG v3.0 1:01:01:01  modX.Do + 13 + Type mismatch Params(S:a#[9]b<CR>c, N:7, B:1, N:2.5, )\n");
   EXPECT_EQ(handling.RowCount(), 1);
+  clock.SetNow(clock.Now().AddDays(-7));  // set back to before the start
+  handling.ErrorLogForceWrite("a.b");
+  EXPECT_THAT(ErrorLog(), HasSubstr("v3.0 0:00:00:00  a.b"));
 }
 
 TEST_F(clsErrorHandlingTest, OnlyARealOrForcedFaultIsLoggedAndACancelledDialogNever) {
@@ -67,6 +70,37 @@ TEST_F(clsErrorHandlingTest, TheUserIsToldWhereToLookAndOfAFaultInTheHandlerItse
   EXPECT_EQ(shown, "Error in ExceptionHandler\r\nno access|");
 }
 
+TEST_F(clsErrorHandlingTest, AFaultInsideTheLoggingEndsThere) {
+  logs.whileWriting = [this] { handling.ErrorLogNew("store.write", {}, 28, "no space"); };
+  testing::internal::CaptureStderr();
+  handling.ErrorLogNew("a.b", {}, 13, "no");
+  EXPECT_THAT(testing::internal::GetCapturedStderr(), EndsWith(" store.write + 28 + no space\n"));
+  EXPECT_THAT(ErrorLog(), EndsWith(" a.b + 13 + no\n"));
+
+  logs.whileWriting = [] { throw 5; };
+  handling.ErrorLogNew("a.b", {}, 13, "no");
+  EXPECT_EQ(shown, "Error in ExceptionHandler\r\nunknown fault|");
+
+  int boxes = 0;
+  handling.SetShowMessage([&](std::string_view, int, std::string_view) {
+    ++boxes;
+    handling.ErrorLogNew("box.Show", {}, 5, "no screen");
+    throw Fault(5, "no screen");
+  });
+  testing::internal::CaptureStderr();
+  EXPECT_NO_THROW(handling.ErrorLogNew("a.b", {}, 13, "no"));
+  EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("Error in ExceptionHandler"));
+  EXPECT_EQ(boxes, 1);
+}
+
+TEST_F(clsErrorHandlingTest, ALineThatTheLogRefusesIsNotLostInSilence) {
+  logs.canWrite = false;
+  testing::internal::CaptureStderr();
+  handling.ErrorLogNew("a.b", {}, 13, "no");
+  EXPECT_THAT(testing::internal::GetCapturedStderr(), EndsWith(" a.b + 13 + no\n"));
+  EXPECT_EQ(shown, "Error in ExceptionHandler\r\nwrite \\log\\error.log: not possible|");
+}
+
 TEST_F(clsErrorHandlingTest, RepeatedRoutinesAreCountedAndHiddenStepsAreNot) {
   handling.Switches.TraceMode = true;
   for (const char* routine : {"a.b", "a.b", "a.b", "c.d", "a.b"}) {
@@ -77,6 +111,10 @@ TEST_F(clsErrorHandlingTest, RepeatedRoutinesAreCountedAndHiddenStepsAreNot) {
     handling.LogDebug_Trace(routine, {"x\r\ny"});
   }
   EXPECT_THAT(Trace(), testing::ElementsAre("a.b 01", "a.b 02", "a.b 03", "c.d 01", "a.b 01", "s.3 01(S:x<CR>y)"));
+  for (int i = 0; i < 32770; ++i) {
+    handling.LogDebug_Trace("a.b");
+  }
+  EXPECT_EQ(Trace().back(), "a.b 32767");
 }
 
 TEST_F(clsErrorHandlingTest, TraceLinesGoOutInGroupsAndWaitWhileTheFileIsNotToBeHad) {
@@ -95,6 +133,21 @@ TEST_F(clsErrorHandlingTest, TraceLinesGoOutInGroupsAndWaitWhileTheFileIsNotToBe
     handling.LogDebug_Trace("a.b");
   }
   EXPECT_EQ(logs.appends, 1);  // a short queue waits
+}
+
+TEST_F(clsErrorHandlingTest, WhatWritingTheTraceTracesWaitsForTheNextFlush) {
+  handling.Switches.TraceMode = true;
+  logs.whileWriting = [this] {
+    for (int i = 0; i < 60; ++i) {
+      handling.LogDebug_Trace("store.append");
+    }
+  };
+  handling.LogDebug_Trace("a.b");
+  EXPECT_THAT(Trace(), testing::ElementsAre("a.b 01"));
+  logs.whileWriting = [] { throw Fault(5, "no disk"); };
+  EXPECT_NO_THROW(handling.Trace_Flush());
+  logs.whileWriting = nullptr;
+  EXPECT_EQ(Trace().size(), 61u);
 }
 
 TEST_F(clsErrorHandlingTest, TheFirstTraceEntryWarnsWhenWanted) {

@@ -70,6 +70,20 @@ TEST(IniDocument, ValuesComeBackAsTheyWereWrittenAndForgeNothing) {
   EXPECT_FALSE(IniDocument(document.Text()).Get("B", "c").has_value());
 }
 
+TEST(IniDocument, KeepsTheByteOrderMarkWhateverItsFirstLineSuffers) {
+  IniDocument document(
+      "\xEF\xBB\xBF"
+      "a=1\r\nb=2\r\n[A]\r\nc=3\r\n");
+  EXPECT_EQ(document.Section("").front().first, "a");
+  document.Set("", "a", "4");
+  EXPECT_EQ(document.Text(),
+            "\xEF\xBB\xBF"
+            "a=4\r\nb=2\r\n[A]\r\nc=3\r\n");
+  EXPECT_TRUE(document.DeleteKey("", "a"));
+  EXPECT_TRUE(document.DeleteSection(""));
+  EXPECT_EQ(document.Text(), "\xEF\xBB\xBF[A]\r\nc=3\r\n");
+}
+
 TEST(IniDocument, DeletesKeysAndSections) {
   IniDocument document("[A]\r\nb=1\r\nc=2\r\n[B]\r\nb=3\r\n[a]\r\nd=4\r\n");
   EXPECT_TRUE(document.DeleteKey("A", "B"));

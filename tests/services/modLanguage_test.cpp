@@ -41,6 +41,12 @@ TEST_F(modLanguageTest, TheFileReplacesWhatItHolds) {
   EXPECT_EQ(modLanguage::CurrentCode(), "en");
 }
 
+TEST_F(modLanguageTest, AFileThatCannotBeReadLeavesNoTextsOfTheFormerLanguage) {
+  Init("en", "[Data]\r\nButton_No=No\r\n");
+  modLanguage::LanguageInit("fr", [](std::string_view) -> std::optional<std::string> { throw Fault(5, "read"); });
+  EXPECT_EQ(LoadLangKey("Button_No", "Nein"), "Nein");
+}
+
 TEST_F(modLanguageTest, ADevelopmentRunShowsWhatIsTranslated) {
   FakeClock clock;
   MemoryLogStore logs;
