@@ -11,6 +11,8 @@ namespace vorlix {
 namespace {
 
 constexpr std::string_view kPathsFile = "/Vorlixpaths.ini";
+constexpr std::string_view kProgramNames = R"(\base\)";
+constexpr std::string_view kDataNames[] = {R"(\data\)", R"(\update\)", R"(\log\)", R"(\archiv\)", R"(\backup\)"};
 
 std::string WithoutFinalSlash(std::string path) {
   while (path.size() > 1 && path.back() == '/')
@@ -42,6 +44,7 @@ Folders::Folders(const FileStore& files, Surroundings surroundings)
     if (!surroundings.override.empty()) {
       programData_ = RealPath(surroundings.override, programFolder_);
       bookPath_.clear();
+      notice_.clear();
     }
     if (bookPath_.empty()) bookPath_ = programData_ + "/data";
     bookPath_ += "/";
@@ -54,7 +57,8 @@ void Folders::ReadPathsFile(const FileStore& files, const std::string& defaultFo
   if (!files.Stat(path).IsFile() || !files.Read(path, text)) return;
   const IniDocument paths(text);
   bookRefresh_ = LeadingInteger(paths.Get("Paths", "BookRefresh").value_or("0")).value_or(0) > 0;
-  std::string data = paths.Get("Paths", "ProgramData").value_or("1");
+  std::string data = Replace(paths.Get("Paths", "ProgramData").value_or("1"), "\\", "/");
+  if (data.ends_with('/')) data.pop_back();
   if (data.empty()) data = "0";
   if (!IsNumeric(data)) {
     programData_ = RealPath(data, programFolder_);
@@ -81,9 +85,11 @@ void Folders::DataBesideProgram(const FileStore& files, const std::string& defau
 
 std::string Folders::GetMainPath(std::string_view file) const {
   if (file.empty()) return programData_ + "/data/Vorlix.ini";
-  if (!file.starts_with('\\')) return std::string(file);
-  const std::string& root = StartsWithNoCase(file, R"(\base\)") ? programFolder_ : programData_;
-  return root + Replace(file, "\\", "/");
+  if (StartsWithNoCase(file, kProgramNames)) return programFolder_ + Replace(file, "\\", "/");
+  for (const std::string_view name : kDataNames) {
+    if (StartsWithNoCase(file, name)) return programData_ + Replace(file, "\\", "/");
+  }
+  return std::string(file);
 }
 
 }  // namespace vorlix

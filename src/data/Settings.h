@@ -2,6 +2,7 @@
 // until LoadSetting has run.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <span>
 #include <string>
@@ -17,6 +18,8 @@ struct Settings {
 #define SECTION(name, text, file) struct name##Section {
 #define FLAG(section, key, fallback, saved) bool key = fallback;
 #define NUMBER(section, key, fallback, minimum, maximum, saved) int key = fallback;
+#define SECONDS(section, key, fallback, minimum, maximum, saved) \
+  std::chrono::milliseconds key = std::chrono::seconds(fallback);
 #define TEXT(section, key, fallback, saved, rule) std::string key = fallback;
 #define FAMILY(section, key, saved) SettingFamily key;
 #define END_SECTION(name) \
@@ -26,6 +29,7 @@ struct Settings {
 #undef SECTION
 #undef FLAG
 #undef NUMBER
+#undef SECONDS
 #undef TEXT
 #undef FAMILY
 #undef END_SECTION
@@ -54,13 +58,14 @@ enum class SettingRule {
 struct SettingRow {
   using Flag = bool& (*)(Settings&);
   using Number = int& (*)(Settings&);
+  using Duration = std::chrono::milliseconds& (*)(Settings&);
   using Text = std::string& (*)(Settings&);
   using Family = SettingFamily& (*)(Settings&);
 
   std::string_view section;
   std::string_view file;
   std::string_view key;
-  std::variant<Flag, Number, Text, Family> member;
+  std::variant<Flag, Number, Duration, Text, Family> member;
   std::string_view fallbackText;
   int fallback = 0;
   int minimum = 0;

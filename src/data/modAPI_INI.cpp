@@ -106,9 +106,10 @@ modAPI_INI::File& modAPI_INI::Load(std::string_view name) {
   File& file = entry->second;
   if (file.fresh && batches_ > 0) return file;
   const FileInfo info = files_.Stat(path);
-  if (isNew || info != file.info) {
+  if (isNew || info != file.info || !file.readable) {
     std::string text;
-    if (info.IsFile() && !files_.Read(path, text)) text.clear();
+    file.readable = !info.IsFile() || files_.Read(path, text);
+    if (!file.readable) text.clear();
     file.document = IniDocument(text);
     file.info = info;
   }
@@ -124,7 +125,8 @@ void modAPI_INI::Changed(const std::string& path, File& file) {
 void modAPI_INI::Write(const std::string& path, File& file) {
   if (!file.changed) return;
   file.changed = false;
-  const IoResult written = OverwriteMakingFolder(files_, path, file.document.Text());
+  // A file that cannot be read now still holds all settings: it is not replaced by one that knows a single key.
+  const bool written = file.readable && OverwriteMakingFolder(files_, path, file.document.Text());
   file.info = files_.Stat(path);
   // What is on disk counts: a value that could not be written is not kept in memory either.
   if (!written) loaded_.erase(path);

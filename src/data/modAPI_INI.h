@@ -61,6 +61,7 @@ class modAPI_INI {
   struct File {
     FileInfo info;
     IniDocument document;
+    bool readable = true;
     bool changed = false;
     bool fresh = false;  // checked within the current batch
   };

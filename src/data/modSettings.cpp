@@ -15,6 +15,10 @@ std::string YearMonth(const DateTime& now) {
   return Padded(now.Year(), 4) + Padded(now.Month(), 2);
 }
 
+bool IsYearMonth(const std::string& text) {
+  return text.size() == 6 && IsDigits(text) && text.substr(4) >= "01" && text.substr(4) <= "12";
+}
+
 bool IsFamily(const SettingRow& row) {
   return std::holds_alternative<SettingRow::Family>(row.member);
 }
@@ -105,6 +109,9 @@ void modSettings::Load(const SettingRow& row) {
   } else if (const auto* number = std::get_if<SettingRow::Number>(&row.member)) {
     (*number)(settings_) =
         ini.GetSettLng(row.section, row.key, row.fallback, row.minimum, row.maximum, false, row.file);
+  } else if (const auto* duration = std::get_if<SettingRow::Duration>(&row.member)) {
+    (*duration)(settings_) = std::chrono::seconds(
+        ini.GetSettLng(row.section, row.key, row.fallback, row.minimum, row.maximum, false, row.file));
   } else if (const auto* text = std::get_if<SettingRow::Text>(&row.member)) {
     (*text)(settings_) = UsableText(row, ini.GetSettStr(row.section, row.key, row.fallbackText, row.file));
   } else {
@@ -134,7 +141,7 @@ std::string modSettings::UsableText(const SettingRow& row, const std::string& st
       return filled.find('1') == std::string::npos ? fallback : filled;
     }
     case SettingRule::MonthUpToNow:
-      return stored.size() != 6 || !IsDigits(stored) || stored > YearMonth(now) ? YearMonth(now) : stored;
+      return IsYearMonth(stored) && stored <= YearMonth(now) ? stored : YearMonth(now);
   }
   return stored;
 }
@@ -152,6 +159,8 @@ void modSettings::Store(const SettingRow& row) {
     value = (*flag)(settings_) ? "1" : "0";
   } else if (const auto* number = std::get_if<SettingRow::Number>(&row.member)) {
     value = std::to_string((*number)(settings_));
+  } else if (const auto* duration = std::get_if<SettingRow::Duration>(&row.member)) {
+    value = std::to_string(std::chrono::duration_cast<std::chrono::seconds>((*duration)(settings_)).count());
   } else {
     value = std::get<SettingRow::Text>(row.member)(settings_);
     if (row.rule == SettingRule::NumericOrDash && value.empty()) value = "-";

@@ -10,6 +10,7 @@ namespace {
   }
 #define FLAG(...)
 #define NUMBER(...)
+#define SECONDS(...)
 #define TEXT(...)
 #define FAMILY(...)
 #define END_SECTION(name)
@@ -17,6 +18,7 @@ namespace {
 #undef SECTION
 #undef FLAG
 #undef NUMBER
+#undef SECONDS
 #undef TEXT
 #undef FAMILY
 #undef END_SECTION
@@ -40,6 +42,15 @@ namespace {
    minimum,                                                                   \
    maximum,                                                                   \
    SettingSaved::saved,                                                       \
+   SettingRule::Any},
+#define SECONDS(section, key, fallback, minimum, maximum, saved)                                      \
+  {PLACE(section, key),                                                                               \
+   SettingRow::Duration([](Settings& all) -> std::chrono::milliseconds& { return all.section.key; }), \
+   {},                                                                                                \
+   fallback,                                                                                          \
+   minimum,                                                                                           \
+   maximum,                                                                                           \
+   SettingSaved::saved,                                                                               \
    SettingRule::Any},
 #define TEXT(section, key, fallback, saved, rule)                                   \
   {PLACE(section, key),                                                             \

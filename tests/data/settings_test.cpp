@@ -32,6 +32,8 @@ TEST(Folders, AreFoundByThePathsFileTheEnvironmentAndTheCommandLine) {
       {"[Paths]\r\nProgramData=\\srv\\v\\\r\n", "/xdg", "", "/srv/v /srv/v/data/"},
       {"[Paths]\r\nProgramData=0\r\n", "/xdg", "", "/program /program/data/"},
       {"[Paths]\r\nProgramData=\r\n", "/xdg", "", "/program /program/data/"},
+      {"[Paths]\r\nProgramData=\\\r\n", "/xdg", "", "/program /program/data/"},
+      {"[Paths]\r\nProgramData=0\\\r\n", "/xdg", "", "/program /program/data/"},
       {"[Paths]\r\nProgramData=7\r\n", "/xdg", "", "/xdg/Vorlix /xdg/Vorlix/data/"},
       {"[Paths]\r\nProgramData=near\r\nBookPath=/books\r\n", "/xdg", "", "/program/near /books/"},
       {"[Paths]\r\nBookPath=5\r\n", "/xdg", "", "/xdg/Vorlix /xdg/Vorlix/data/"},
@@ -56,6 +58,7 @@ TEST(Folders, DataBesideAProgramThatForbidsWritingGoesToTheDefaultAndTheUserIsTo
   EXPECT_EQ(folders.ProgramData(), "/xdg/Vorlix");
   EXPECT_TRUE(folders.BookRefresh());
   EXPECT_THAT(folders.Notice(), HasSubstr("ist das Schreiben nicht erlaubt!"));
+  EXPECT_EQ(Folders(store, {"/program", "/xdg", "/home/u", "/given"}).Notice(), "");
 }
 
 TEST(Folders, LogicalNamesBeginWithABackslash) {
@@ -63,7 +66,9 @@ TEST(Folders, LogicalNamesBeginWithABackslash) {
   EXPECT_EQ(room.folders.GetMainPath(""), "/vorlix/data/Vorlix.ini");
   EXPECT_EQ(room.folders.GetMainPath(R"(\data\mail\x.txt)"), "/vorlix/data/mail/x.txt");
   EXPECT_EQ(room.folders.GetMainPath(R"(\BASE\x)"), "/program/BASE/x");
+  EXPECT_EQ(room.folders.GetMainPath(R"(\archiv\x)"), "/vorlix/archiv/x");
   EXPECT_EQ(room.folders.GetMainPath("/data/x"), "/data/x");
+  EXPECT_EQ(room.folders.GetMainPath(R"(\other\x)"), R"(\other\x)");
 }
 
 class SettingsTest : public testing::Test, protected DataRoom {
@@ -143,6 +148,16 @@ TEST_F(SettingsTest, NothingIsWrittenWhileARestoreForbidsIt) {
   EXPECT_EQ(File(), "[General]\r\n");
 }
 
+TEST_F(SettingsTest, AFileThatCannotBeReadIsNotReplacedByOneWithASingleKey) {
+  File("[General]\r\nHideTime=2\r\n");
+  store.Fail(Op::kRead, EIO, {}, 2);
+  EXPECT_EQ(ini.GetSettLng("General", "HideTime", 7), 7);
+  ini.SetSettStr("General", "TKnum", "3");
+  EXPECT_EQ(File(), "[General]\r\nHideTime=2\r\n");
+  ini.SetSettStr("General", "TKnum", "3");
+  EXPECT_EQ(File(), "[General]\r\nHideTime=2\r\nTKnum=3\r\n");
+}
+
 // Gives every member of the table another value than its default.
 void ChangeAll(Settings& settings) {
   int number = 0;
@@ -153,6 +168,8 @@ void ChangeAll(Settings& settings) {
     } else if (const auto* value = std::get_if<SettingRow::Number>(&row.member)) {
       (*value)(settings) = row.fallback == row.minimum ? row.minimum + 1 : row.minimum;
       if (row.minimum == 0 && row.maximum == 0) (*value)(settings) = number;
+    } else if (const auto* duration = std::get_if<SettingRow::Duration>(&row.member)) {
+      (*duration)(settings) = std::chrono::seconds(row.maximum);
     } else if (const auto* text = std::get_if<SettingRow::Text>(&row.member)) {
       (*text)(settings) = row.rule == SettingRule::Controllers ? "01010"
                           : row.rule == SettingRule::Any || row.rule == SettingRule::NeverEmpty
@@ -215,6 +232,8 @@ TEST_F(SettingsTest, TextsWithARuleFallBackWhenTheyCannotBeUsed) {
       {"Journal", "Date=209901", date, "202611"},
       {"Journal", "Date=202603", date, "202603"},
       {"Journal", "Date=\xE4", date, "202611"},
+      {"Journal", "Date=202513", date, "202611"},
+      {"Journal", "Date=202600", date, "202611"},
       {"Skin", "Path=", [](const Settings& s) { return s.Skin.Path; }, "Default"},
       {"General", "CopyDataSet=a", [](const Settings& s) { return s.General.CopyDataSet; }, "123400"},
   };
@@ -223,9 +242,10 @@ TEST_F(SettingsTest, TextsWithARuleFallBackWhenTheyCannotBeUsed) {
     module.LoadSetting();
     EXPECT_EQ(row.read(settings), row.expected) << row.stored;
   }
-  File("[TeleControl]\r\nSendMails=1\r\n");
+  File("[TeleControl]\r\nSendMails=1\r\n[General]\r\nAutoSearchTimeout=7\r\n");
   module.LoadSetting();
   EXPECT_FALSE(settings.TeleControl.SendMails);
+  EXPECT_EQ(settings.General.AutoSearchTimeout.count(), 7000);
 }
 
 TEST_F(SettingsTest, TheVersionThatWroteTheFileDecidesWhatTheUserIsTold) {
@@ -271,10 +291,25 @@ TEST_F(SettingsTest, TheStartFindsAFileThatCannotBeWrittenOrIsBroken) {
   EXPECT_THAT(ErrorLog(), HasSubstr("Konfigurationsdatei nicht beschreibbar!"));
 
   store.FailNothing();
-  File("");
-  EXPECT_TRUE(module.CheckConfigFile("1", "1"));
-  EXPECT_FALSE(store.Exists("/vorlix/data/Vorlix.ini"));
-  EXPECT_THAT(boxes.shown, Contains(HasSubstr("Bitte stellen Sie das Programm neu ein!")));
+}
+
+TEST_F(SettingsTest, ABrokenFileIsDeletedAndTheUserIsToldWhatIsLeft) {
+  struct Row {
+    bool hasBackup;
+    bool canDelete;
+    const char* told;
+  };
+  for (const Row& row : {Row{false, true, "Bitte stellen Sie das Programm neu ein!"},
+                         {true, true, "Entfernen Sie beim Umbenennen die Endung .bak!"},
+                         {true, false, "/vorlix/data/Vorlix.ini"}}) {
+    File("");
+    if (row.hasBackup) store.AddFile("/vorlix/data/Vorlix.ini.bak", "[General]\r\n");
+    if (!row.canDelete) store.Fail(Op::kRemove, EACCES);
+    EXPECT_TRUE(module.CheckConfigFile("1", "1"));
+    EXPECT_EQ(store.Exists("/vorlix/data/Vorlix.ini"), !row.canDelete);
+    EXPECT_THAT(boxes.shown.back(), HasSubstr(row.told));
+  }
+  EXPECT_THAT(backups, IsEmpty());
 }
 
 TEST_F(SettingsTest, UserPathsAreStoredRelativeToTheProgram) {
@@ -323,6 +358,21 @@ TEST_F(SettingsTest, ExpertSwitchesAreOffAndHelpersLogUnlessTheFileSaysSo) {
   EXPECT_FALSE(switches.Debug.TraceMode);
   EXPECT_TRUE(switches.LogMode.Export);
   EXPECT_FALSE(switches.LogMode.Mail);
+  EXPECT_FALSE(switches.CAPI.LoadThisValues);
+}
+
+TEST_F(SettingsTest, TheDriversMasksAreBuiltOfOneKeyForEachBit) {
+  std::string text = "[CAPI]\r\nLoadThisValues=1\r\nInfoMask_CAUSE=1\r\nInfoMask_EARLYB3CONNECT =1\r\n";
+  for (const char* service : {"SPEECH", "31KHZAUDIO", "7KHZAUDIO", "VIDEO", "TELEPHONY", "FAXG3", "FAXG4",
+                              "7KHZTELEPHONY", "VIDEOTELEPHONY_FIRST", "VIDEOTELEPHONY_SECOND"}) {
+    text += "CIPMask_" + std::string(service) + "=1\r\n";
+  }
+  store.AddFile("/program/Vorlixspec.ini", text);
+  const CapiSwitches switches = LoadSpecSwitches(ini, folders).CAPI;
+  EXPECT_TRUE(switches.LoadThisValues);
+  EXPECT_FALSE(switches.SkipVersionAndManufact);
+  EXPECT_EQ(switches.InfoMask, 0x201u);
+  EXPECT_EQ(switches.CIPMask, 0x1C070072u);
 }
 
 }  // namespace
