@@ -77,11 +77,9 @@ bool clsCollection::AddByKeyValue(std::string_view key, Value value) {
 }
 
 void clsCollection::ChangeByKeyValue(std::string_view key, std::string_view value) {
-  if (entries_.empty()) return;
   const std::string name(key);  // the caller's may be the key of the entry that goes
   std::string text = name + "=" + std::string(value);
-  RemoveByKeyName(name);
-  AddEntry(name, std::move(text));
+  if (RemoveByKeyName(name)) AddEntry(name, std::move(text));
 }
 
 std::string clsCollection::ItemByKeyValue(std::string_view key, std::string_view fallback) const {

@@ -63,7 +63,7 @@ class clsCollection {
   bool AddByINIData(std::string_view key, std::string_view value);
   // False, as for Add, also for an empty key.
   bool AddByKeyValue(std::string_view key, Value value);
-  // Puts key=value in place of the entry of that key; the entry moves to the end. An empty list stays empty.
+  // Puts key=value in place of the entry of that key; the entry moves to the end. An unknown key changes nothing.
   void ChangeByKeyValue(std::string_view key, std::string_view value);
   // The text of the entry without its leading key and "="; the default where there is none.
   std::string ItemByKeyValue(std::string_view key, std::string_view fallback) const;

@@ -87,7 +87,7 @@ void clsErrorHandling::Attach(LogStore& store, const CivilClock& clock, std::str
   clock_ = &clock;
   identifier_ = identifier;
   startTime_ = clock.Now();
-  rowCount_ = store.IsReady() ? store.RowCount(kFileLogError) : 0;
+  rowCount_.reset();
 }
 
 void clsErrorHandling::Detach() {
@@ -95,6 +95,12 @@ void clsErrorHandling::Detach() {
   store_ = nullptr;
   clock_ = nullptr;
   showMessage_ = nullptr;
+}
+
+int clsErrorHandling::RowCount() const {
+  if (store_ == nullptr || !store_->IsReady()) return 0;
+  if (!rowCount_) rowCount_ = store_->RowCount(kFileLogError);
+  return *rowCount_;
 }
 
 void clsErrorHandling::ErrorLogForceWrite(std::string_view routine, const TraceParams& params, int number,
@@ -143,7 +149,7 @@ void clsErrorHandling::AppendToErrorLog(const std::string& line) {
     WriteToTerminal(line);
     throw std::runtime_error("write " + std::string(kFileLogError) + ": not possible");
   }
-  rowCount_ = store_->RowCount(kFileLogError);
+  rowCount_.reset();
 }
 
 // The last stop of every fault: nothing may leave it, and a box that fails in turn is not tried again.

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -106,8 +107,8 @@ class clsErrorHandling {
   std::string_view FileLogError() const { return kFileLogError; }
   // Whether the first trace entry of a run warns the user.
   void TraceInfoMessage(bool wanted) { traceWarningWanted_ = wanted; }
-  // Lines in "error.log" after the last write.
-  int RowCount() const { return rowCount_; }
+  // Lines in "error.log"; the file is read for it only after a write.
+  int RowCount() const;
 
   // The pending fault is the argument: number 0 and an empty description when none is pending.
   void ErrorLogForceWrite(std::string_view routine, const TraceParams& params = {}, int number = 0,
@@ -159,7 +160,7 @@ class clsErrorHandling {
   const CivilClock* clock_ = nullptr;
   std::string identifier_ = "NON";
   ShowMessage showMessage_;
-  int rowCount_ = 0;
+  mutable std::optional<int> rowCount_;  // nothing: the log was written since
   DateTime startTime_;
   bool traceWarningPending_ = true;
   bool traceWarningWanted_ = false;

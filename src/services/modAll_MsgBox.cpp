@@ -3,33 +3,27 @@
 #include "services/clsErrorHandling.h"
 
 namespace vorlix {
-namespace {
-
-std::string_view TitleOr(std::string_view title) {
-  return title.empty() ? modAll_MsgBox::kProgramName : title;
-}
-
-}  // namespace
 
 MsgBoxAnswer modAll_MsgBox::MsgBoxForward(std::string_view text, int style, std::string_view title) {
-  return Trapped(
-      "modAll_MsgBox.MsgBoxForward", [&] { return door_.Show(text, style, TitleOr(title), false); }, text);
+  return Show("modAll_MsgBox.MsgBoxForward", text, style, title, false);
 }
 
 MsgBoxAnswer modAll_MsgBox::MsgBoxNew(std::string_view text, int style, std::string_view title, bool silent) {
-  if (silent) return MsgBoxAnswer::kOk;
-  return Trapped(
-      "modAll_MsgBox.MsgBoxNew", [&] { return door_.Show(text, style, TitleOr(title), false); }, text);
+  return silent ? MsgBoxAnswer::kOk : Show("modAll_MsgBox.MsgBoxNew", text, style, title, false);
 }
 
 MsgBoxAnswer modAll_MsgBox::MsgBoxModal(std::string_view text, int style, std::string_view title) {
-  return Trapped(
-      "modAll_MsgBox.MsgBoxModal", [&] { return door_.Show(text, style, TitleOr(title), true); }, text);
+  return Show("modAll_MsgBox.MsgBoxModal", text, style, title, true);
 }
 
 MsgBoxAnswer modAll_MsgBox::MsgBoxLock(std::string_view text, int style, std::string_view title) {
+  return Show("modAll_MsgBox.MsgBoxLock", text, style, title, true);
+}
+
+MsgBoxAnswer modAll_MsgBox::Show(std::string_view routine, std::string_view text, int style, std::string_view title,
+                                 bool modal) {
   return Trapped(
-      "modAll_MsgBox.MsgBoxLock", [&] { return door_.Show(text, style, TitleOr(title), true); }, text);
+      routine, [&] { return door_.Show(text, style, title.empty() ? kProgramName : title, modal); }, text);
 }
 
 }  // namespace vorlix

@@ -40,6 +40,8 @@ class modAll_MsgBox {
   MsgBoxAnswer MsgBoxLock(std::string_view text, int style = kMsgOk, std::string_view title = {});
 
  private:
+  MsgBoxAnswer Show(std::string_view routine, std::string_view text, int style, std::string_view title, bool modal);
+
   MsgBoxDoor& door_;
 };
 

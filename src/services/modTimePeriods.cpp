@@ -13,10 +13,6 @@ namespace {
 
 constexpr char kDefaultLimiter = '.';
 
-bool IsDigit(char character) {
-  return character >= '0' && character <= '9';
-}
-
 // The user's locale for dates by the rule of the environment; the system's own locale "C" says nothing about the user,
 // and a terminal without a locale must not change the separator of the journal.
 std::string UserLocale() {
@@ -132,6 +128,10 @@ DateTime CDateNew(std::string_view date, std::string_view time) {
   const DateTime day = DayOf(DateClean(DashesFor(Trim(date))));
   if (!day) return {};
   return WithTime(day, Replace(Trim(time), ".", ":"));
+}
+
+std::string YearMonth(int year, int month) {
+  return Padded(year, 4) + Padded(month, 2);
 }
 
 std::string LogDatePrefix(const DateTime& now) {

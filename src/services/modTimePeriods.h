@@ -22,7 +22,7 @@ std::string GetFormatedDateByDate(const DateTime& date, char limiter = 0, bool y
 std::string GetFormatedDateByString(std::string_view date, const CivilClock& clock, char limiter = 0,
                                     bool yearFirst = false, bool noYear = false);
 
-// hh:mm:ss.
+// hh:mm:ss; "00:00:00" for "no date".
 std::string GetFormatedTime(const DateTime& time);
 std::string GetFormatedTimeNow(const CivilClock& clock);
 
@@ -35,6 +35,9 @@ std::string DateClean(std::string_view text);
 // Day-first date and time texts to a value, or "no date". A two-digit year below 30 is of this century, others of the
 // last; a text that begins with four digits is year first. The time may lack its seconds or be empty.
 DateTime CDateNew(std::string_view date, std::string_view time);
+
+// "yyyymm", by which journal archives are named and compared.
+std::string YearMonth(int year, int month);
 
 // "yyyy/mm/dd  hh:mm:ss  ", the beginning of every log line.
 std::string LogDatePrefix(const DateTime& now);

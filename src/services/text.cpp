@@ -1,15 +1,10 @@
 #include "services/text.h"
 
 #include <algorithm>
-#include <cctype>
 #include <climits>
 
 namespace vorlix {
 namespace {
-
-bool IsDigit(char character) {
-  return character >= '0' && character <= '9';
-}
 
 // Windows-1252: letters whose two cases are not 0x20 apart stand below 0xA0; 0xDF has no capital, 0xFF's lies below.
 char LowerByte(char character) {

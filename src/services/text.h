@@ -35,14 +35,18 @@ bool IsNumeric(std::string_view text);
 // no digits give nothing, a value outside 32 bits is held at the nearest end.
 std::optional<int> LeadingInteger(std::string_view text);
 
-// True for a text of one or more of the digits 0 to 9 and nothing else.
+// One of the digits 0 to 9, whatever the locale says.
+constexpr bool IsDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+// True for a text of one or more digits and nothing else.
 bool IsDigits(std::string_view text);
 
 // The text with every control character (below 32, and 127) replaced by a blank: what comes from a network may not
 // bring line ends, tabs or terminal commands into a record or onto a screen.
 std::string WithoutControls(std::string_view text);
 
-// The last n characters padded: Padded(7, 2) is "07".
+// The number with zeros in front up to `digits` characters, Padded(7, 2) is "07"; a longer number stays whole.
 std::string Padded(long long number, int digits);
 
 }  // namespace vorlix

@@ -41,6 +41,8 @@ TEST(clsCollection, TextsAreKeptByKeyAndMoveToTheEndWhenChanged) {
   EXPECT_EQ(list.Count(), 0u);
   EXPECT_TRUE(list.AddByINIData("k", "1"));
   EXPECT_TRUE(list.AddByINIData("m", "2"));
+  list.ChangeByKeyValue("unknown", "3");
+  EXPECT_EQ(list.Count(), 2u);
   list.ChangeByKeyValue("k", "3");
   EXPECT_EQ(list.GetItemByIndexByKeyValue(2), "k=3");
   EXPECT_EQ(list.ItemByKeyValue("k", "x"), "3");
