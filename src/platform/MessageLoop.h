@@ -40,6 +40,8 @@ class MessageLoop {
   virtual void Post(std::function<void()> call) = 0;
   // Lets the message loop run: everything that is due now, without waiting. May be called from inside a tick.
   virtual void RunPending() = 0;
+  // The same, but sleeps up to `most` until something is due: for a routine that waits here and looks again.
+  virtual void WaitPending(std::chrono::milliseconds most) = 0;
   // Runs until Quit(). A Quit() before Run() counts.
   virtual void Run() = 0;
   virtual void Quit() = 0;

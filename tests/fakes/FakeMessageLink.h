@@ -21,7 +21,7 @@ class FakeMessageLink : public MessageLink {
   };
 
   // What the world answers.
-  bool canOpen = true;
+  bool canOpen = true;  // otherwise another has it
   bool ownsEndpoint = true;
   bool sendSucceeds = true;
   std::function<bool(const Message&)> onSend;  // when set, gives the result of Send(); may call Deliver()
@@ -42,13 +42,13 @@ class FakeMessageLink : public MessageLink {
   // The messages sent since the last call.
   std::vector<Message> TakeSent() { return std::exchange(sent, {}); }
 
-  bool Open(WindowHandle own, Receiver& receiver, bool takeOver = false) override {
+  LinkOpening Open(WindowHandle own, Receiver& receiver, bool takeOver = false) override {
     ++opened;
     tookOver = takeOver;
-    if (!canOpen) return false;
+    if (!canOpen) return {LinkOpening::State::kInUse, {}};
     own_ = own;
     receiver_ = &receiver;
-    return true;
+    return {LinkOpening::State::kOpen, {}};
   }
   WindowHandle Own() const override { return own_; }
   bool OwnsEndpoint() const override { return IsOpen() && ownsEndpoint; }

@@ -63,6 +63,7 @@ class TapedWatch : public CallWatch {
   void OnDialled(const oDataCall& call) override { tape_.push_back("dialled " + call.DataNumber()); }
   void OnAnswered(const oDataCall& call) override { tape_.push_back("answered " + call.DataNumber()); }
   void OnEnded(const oDataCall& call) override { tape_.push_back("ended " + call.DataNumber()); }
+  void OnOver(std::int32_t PLCI) override { tape_.push_back("over " + std::to_string(PLCI)); }
 
  private:
   Tape& tape_;
@@ -74,14 +75,25 @@ class FixedLineSwitches : public LineSwitches {
   LineOptions Read() const override { return options; }
 };
 
+class AskingPrefix : public NoPrefixInput {
+ public:
+  bool asking = false;
+  bool IsAsking() override { return asking; }
+};
+
+class OpenSimulation : public NoSimulationWindow {
+ public:
+  bool open = false;
+  bool IsOpen() override { return open; }
+};
+
 // Own numbers whose journal switch can be taken off.
 class FewOwnNumbers : public NoOwnNumbers {
  public:
-  std::vector<std::string> numbers;
+  clsCollection table;
   std::string notJournalled;
-  bool IsOwnNumber(const std::string& MSN) override {
-    return std::find(numbers.begin(), numbers.end(), MSN) != numbers.end();
-  }
+  bool IsOwnNumber(const std::string& MSN) override { return table.ItemByKey(MSN) != nullptr; }
+  const clsCollection& Table() override { return table; }
   bool IsMSNFunctionActiv(const std::string& MSN, int function) override {
     return !(function == kMSNLogJournal && MSN == notJournalled);
   }

@@ -38,6 +38,8 @@ class ManualReactor : public Reactor {
     queue_.RunPosts();
     Turn();
   }
+  // Here the time passes at once.
+  void WaitPending(std::chrono::milliseconds most) override { Advance(most); }
   // Runs what is pending, without moving the time, until Quit() or until there is nothing left to do.
   void Run() override {
     bool busy = true;

@@ -1,4 +1,4 @@
-// A folder of its own for one test, removed with all that is in it.
+// A folder of its own for one test, removed with all that is in it, also when the test took its rights away.
 #pragma once
 
 #include <cstdlib>
@@ -15,6 +15,7 @@ class TemporaryFolder {
   }
   ~TemporaryFolder() {
     std::error_code ignored;
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
     std::filesystem::remove_all(path_, ignored);
   }
   TemporaryFolder(const TemporaryFolder&) = delete;

@@ -1,6 +1,7 @@
 #include "platform/posix/PosixTcpClient.h"
 
 #include <functional>
+#include <map>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,7 +51,12 @@ class PosixTcpClientTest : public testing::Test {
     }
     return holds();
   }
-  std::string Peer(const std::string& host = "127.0.0.1") const { return host + ":" + std::to_string(server.Port()); }
+  std::string Peer() const { return "127.0.0.1:" + std::to_string(server.Port()); }
+  // What the listener heard since the last call, as soon as it is anything.
+  std::string Heard() {
+    EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
+    return std::exchange(listener.log, "");
+  }
   void ConnectToServer(const std::string& host = "127.0.0.1") {
     client->Connect(host, server.Port());
     EXPECT_EQ(listener.log, "");  // the result comes later, from the loop
@@ -82,22 +88,16 @@ TEST_F(PosixTcpClientTest, CarriesBytesBothWaysMoreThanTheSystemTakesAtOnce) {
   EXPECT_EQ(listener.log, much);
 }
 
-TEST_F(PosixTcpClientTest, TellsWhyAnAttemptFailedAndThatAConnectionEnded) {
+TEST_F(PosixTcpClientTest, TellsHowAttemptsAndConnectionsEndAndTriesAllAddresses) {
   ASSERT_TRUE(server.Start());
   ConnectToServer();
   server.DropAll();
-  EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
-  EXPECT_EQ(std::exchange(listener.log, ""), "[connection to " + Peer() + ": ended by the other side]");
+  EXPECT_EQ(Heard(), "[connection to " + Peer() + ": ended by the other side]");
   server.Stop();
   client->Connect("127.0.0.1", server.Port());
-  EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
-  EXPECT_EQ(std::exchange(listener.log, ""), "[connect to " + Peer() + ": Connection refused]");
-  ASSERT_TRUE(server.Start());  // the same port again
-  ConnectToServer();
-}
-
-TEST_F(PosixTcpClientTest, TriesAllAddressesOfAName) {
-  ASSERT_TRUE(server.Start());  // on IPv4 alone, while the name may stand for an IPv6 address first
+  EXPECT_EQ(Heard(), "[connect to " + Peer() + ": Connection refused]");
+  ASSERT_TRUE(
+      server.Start());  // the same port again, on IPv4 alone, while the name may stand for an IPv6 address first
   ConnectToServer("localhost");
   EXPECT_FALSE(HasChildren());
 }
@@ -105,8 +105,7 @@ TEST_F(PosixTcpClientTest, TriesAllAddressesOfAName) {
 TEST_F(PosixTcpClientTest, ANameThatDoesNotExistFailsWithoutALeftoverChild) {
   for (const std::string& host : {std::string("no-such-host.invalid"), std::string(), std::string("local\0host", 10)}) {
     client->Connect(host, 1012);
-    EXPECT_TRUE(Until([&] { return !listener.log.empty(); }));
-    EXPECT_TRUE(std::exchange(listener.log, "").starts_with("[connect to " + host + ":1012: ")) << host;
+    EXPECT_TRUE(Heard().starts_with("[connect to " + host + ":1012: ")) << host;
     EXPECT_FALSE(HasChildren());
   }
 }
@@ -146,32 +145,30 @@ TEST_F(PosixTcpClientTest, AnAttemptWithoutAnAnswerEndsAfterTwentySeconds) {
 
 TEST_F(PosixTcpClientTest, TheListenerMayDestroyTheClientOrStartAnewInAnyEvent) {
   ASSERT_TRUE(server.Start());
-  listener.onEvent = [&] { client.reset(); };
-  const auto event = [&](const std::function<void()>& cause, const std::string& expected) {
-    EXPECT_TRUE(Until([&] { return server.ClientCount() > 0 || !listener.log.empty(); }));
-    cause();
-    EXPECT_TRUE(Until([&] { return client == nullptr; }));
-    EXPECT_TRUE(listener.log.starts_with(expected)) << listener.log;
+  for (const auto& [event, cause] : std::map<std::string, std::function<void()>>{
+           {"connected", [] {}},
+           {"data", [&] { server.SendToAll("data"); }},
+           {"[connection to", [&] { server.DropAll(); }},
+       }) {
     listener.log.clear();
+    listener.onEvent = [&, &awaited = event] {
+      if (listener.log.find(awaited) != std::string::npos) client.reset();
+    };
     client = std::make_unique<PosixTcpClient>(reactor, listener);
-  };
-  client->Connect("127.0.0.1", server.Port());
-  event([] {}, "connected");
-
-  listener.onEvent = nullptr;
-  server.DropAll();
-  ConnectToServer();
-  listener.onEvent = [&] { client.reset(); };
-  event([&] { server.SendToAll("data"); }, "data");
-
-  listener.onEvent = nullptr;
-  ConnectToServer();
-  listener.onEvent = [&] {
-    listener.onEvent = nullptr;
     client->Connect("127.0.0.1", server.Port());
+    EXPECT_TRUE(Until([&] { return client == nullptr || server.ClientCount() > 0; }));
+    cause();
+    EXPECT_TRUE(Until([&] { return client == nullptr; })) << listener.log;
+    server.DropAll();
+  }
+  listener.log.clear();
+  listener.onEvent = [&] {
+    if (listener.log.ends_with(']')) client->Connect("127.0.0.1", server.Port());
   };
+  client = std::make_unique<PosixTcpClient>(reactor, listener);
+  ConnectToServer();
   server.DropAll();
-  EXPECT_TRUE(Until([&] { return listener.log.ends_with("connected "); })) << listener.log;
+  EXPECT_TRUE(Until([&] { return listener.log.ends_with("]connected "); })) << listener.log;
 }
 
 }  // namespace

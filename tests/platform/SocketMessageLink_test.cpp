@@ -34,32 +34,33 @@ class Recorder : public MessageLink::Receiver {
   std::function<void(std::uint32_t)> onMessage;
 };
 
-// Processes of the test's own: fork() gives the other side, which reports by its exit code.
+// A process of the test's own, which reports by its exit code.
 class Child {
  public:
   explicit Child(const std::function<int()>& body) : id_(fork()) {
     if (id_ == 0) _exit(body());
   }
-  ~Child() {
-    if (id_ > 0) Kill();
-  }
+  ~Child() { Kill(); }
   void Kill() {
-    kill(id_, SIGKILL);
-    Wait();
+    if (id_ > 0) kill(id_, SIGKILL);
+    Collect(0);
   }
-  bool Ended() {
-    if (id_ > 0 && waitpid(id_, &status_, WNOHANG) == id_) id_ = 0;
-    return id_ == 0;
+  // -1 as long as it runs.
+  int Code() {
+    Collect(WNOHANG);
+    return id_ > 0 ? -1 : code_;
   }
-  int Wait() {
-    waitpid(std::exchange(id_, 0), &status_, 0);
-    return WIFEXITED(status_) ? WEXITSTATUS(status_) : -1;
-  }
-  int Code() const { return WEXITSTATUS(status_); }
 
  private:
+  void Collect(int options) {
+    int status = 0;
+    if (id_ <= 0 || waitpid(id_, &status, options) != id_) return;
+    id_ = 0;
+    code_ = WIFEXITED(status) ? WEXITSTATUS(status) : 255;
+  }
+
   pid_t id_;
-  int status_ = 0;
+  int code_ = 255;
 };
 
 class SocketMessageLinkTest : public testing::Test {
@@ -68,11 +69,16 @@ class SocketMessageLinkTest : public testing::Test {
 
   // Lets the loop run until something holds; the long limit is for a machine that does other things too.
   bool Until(const std::function<bool()>& holds) {
-    for (int i = 0; i < 20'000 && !holds(); ++i) {
+    for (int i = 0; i < 20'000; ++i) {
+      if (holds()) return true;
       reactor.RunPending();
       usleep(1000);
     }
-    return holds();
+    return false;
+  }
+  int CodeOf(Child& child) {
+    Until([&] { return child.Code() >= 0; });
+    return child.Code();
   }
   // A connection that speaks for itself.
   Descriptor RawConnection() const {
@@ -84,6 +90,9 @@ class SocketMessageLinkTest : public testing::Test {
   bool SendFromNewLink(WindowHandle target, std::uint32_t word) const {
     PollReactor ownReactor;
     return SocketMessageLink(ownReactor).Send(target, word, "");
+  }
+  static void Put(const Descriptor& socket, std::string_view bytes) {
+    EXPECT_GT(send(socket.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
   }
   // A process with that endpoint, answering until it is killed; a message of its own tells that it is there.
   Child Answering(WindowHandle handle) {
@@ -104,10 +113,11 @@ class SocketMessageLinkTest : public testing::Test {
   SocketMessageLink link{reactor};
 };
 
-TEST_F(SocketMessageLinkTest, DeliversWordAndTextAndAnswersAfterTheReceiver) {
+TEST_F(SocketMessageLinkTest, DeliversWordAndTextAndAnswersAlsoWhenTheReceiverCloses) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  bool handled = false;
-  receiver.onMessage = [&](std::uint32_t) { handled = true; };
+  receiver.onMessage = [&](std::uint32_t word) {
+    if (word == 2) link.Close();
+  };
   Child sender([this] {
     PollReactor childReactor;
     SocketMessageLink childLink(childReactor);
@@ -116,11 +126,9 @@ TEST_F(SocketMessageLinkTest, DeliversWordAndTextAndAnswersAfterTheReceiver) {
                       childLink.Send(kOwn, 1, std::string("a\0b", 3)) && childLink.Send(kOwn, 2, "");
     return sent && !childLink.Send(kOther, 1, "nobody") ? 0 : 1;
   });
-  EXPECT_TRUE(Until([&] { return sender.Ended(); }));
-  EXPECT_EQ(sender.Code(), 0);
-  EXPECT_TRUE(handled);
-  EXPECT_TRUE(Until([&] { return receiver.log.ends_with("gone "); }));
-  EXPECT_EQ(receiver.log, "17:RING;\xFC 4294967295:" + std::string(255, 'x') + " 1:a 2: gone ");
+  EXPECT_EQ(CodeOf(sender), 0);
+  EXPECT_EQ(receiver.log, "17:RING;\xFC 4294967295:" + std::string(255, 'x') + " 1:a 2: ");
+  EXPECT_EQ(access(LinkPath(kOwn).c_str(), F_OK), -1);
 }
 
 TEST_F(SocketMessageLinkTest, TwoThatSendAtTheSameMomentDoNotWaitForEachOther) {
@@ -150,8 +158,7 @@ TEST_F(SocketMessageLinkTest, TwoThatSendAtTheSameMomentDoNotWaitForEachOther) {
   };
   EXPECT_TRUE(Until([&] { return answered == 20 && echoes == 20; })) << receiver.log;
   EXPECT_TRUE(link.Send(kOther, 99, ""));
-  EXPECT_TRUE(Until([&] { return other.Ended(); }));
-  EXPECT_EQ(other.Code(), 0);
+  EXPECT_EQ(CodeOf(other), 0);
 }
 
 TEST_F(SocketMessageLinkTest, WhatArrivesDuringASendComesFromTheLoopInItsOrder) {
@@ -159,10 +166,7 @@ TEST_F(SocketMessageLinkTest, WhatArrivesDuringASendComesFromTheLoopInItsOrder) 
   SocketMessageLink looped(loop);
   ASSERT_TRUE(looped.Open(kOwn, receiver));
   const Descriptor peer = RawConnection();
-  const auto put = [&](std::uint32_t word) {
-    const LinkPacket packet(word, "");
-    EXPECT_GT(send(peer.Get(), packet.Bytes().data(), packet.Bytes().size(), 0), 0);
-  };
+  const auto put = [&](std::uint32_t word) { Put(peer, LinkPacket(word, "").Bytes()); };
   loop.RunPending();
   put(1);
   put(2);
@@ -188,21 +192,17 @@ TEST_F(SocketMessageLinkTest, AMalformedPacketEndsItsConnectionAndNothingElse) {
   };
   const std::string_view end("\0", 1);
   const Descriptor good = RawConnection();
-  const LinkPacket fine(5, "ok");
   for (const std::string& bytes :
        {std::string("\1"), packet(0, ""), packet(2, std::string("a")), packet(1, "a"), packet(3, "a\0"),
         packet(1, std::string("a").append(end)), packet(0xFFFFFFFF, std::string("a").append(end)),
         packet(257, std::string(256, 'a').append(end)), std::string(100'000, '\0')}) {
     const Descriptor bad = RawConnection();
-    EXPECT_GT(send(bad.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
-    EXPECT_GT(send(good.Get(), fine.Bytes().data(), fine.Bytes().size(), MSG_NOSIGNAL), 0);
-    EXPECT_TRUE(Until([&] { return !receiver.log.empty(); }));
-    for (int i = 0; i < 3; ++i)
-      reactor.RunPending();
-    EXPECT_EQ(std::exchange(receiver.log, ""), "5:ok ");
+    Put(bad, bytes);
+    Put(good, LinkPacket(5, "ok").Bytes());
     char answer = 0;
-    EXPECT_EQ(recv(bad.Get(), &answer, 1, MSG_DONTWAIT), 0) << bytes.size();
-    EXPECT_EQ(recv(good.Get(), &answer, 1, MSG_DONTWAIT), 1);
+    EXPECT_TRUE(Until([&] { return recv(bad.Get(), &answer, 1, MSG_DONTWAIT) == 0; })) << bytes.size();
+    EXPECT_TRUE(Until([&] { return recv(good.Get(), &answer, 1, MSG_DONTWAIT) == 1; }));
+    EXPECT_EQ(std::exchange(receiver.log, ""), "5:ok ");
   }
 }
 
@@ -221,23 +221,52 @@ TEST_F(SocketMessageLinkTest, FindsTheNextProcessBehindAHandleWhenTheKeptConnect
   EXPECT_FALSE(link.Send(kOther, 1, ""));
 }
 
-TEST_F(SocketMessageLinkTest, GivesUpOnASilentProcessAfterTwoSeconds) {
+TEST_F(SocketMessageLinkTest, WhatASlowProcessGotIsNotSentAgainAndItsLateAnswerCountsForNoOther) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  PollReactor neverRun;
-  SocketMessageLink silent(neverRun);
-  ASSERT_TRUE(silent.Open(kOther, receiver));
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(link.Send(kOther, 1, ""));
-  EXPECT_GE(std::chrono::steady_clock::now() - start, 1990ms);
+  PollReactor slowLoop;
+  Recorder slowReceiver;
+  SocketMessageLink slow(slowLoop);
+  ASSERT_TRUE(slow.Open(kOther, slowReceiver));
+  const auto sendTakes = [&](std::uint32_t word) {
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(link.Send(kOther, word, "")) << word;
+    return std::chrono::steady_clock::now() - start;
+  };
+  const auto slowAnswers = [&] {
+    for (int i = 0; i < 3; ++i)
+      slowLoop.RunPending();
+  };
+  EXPECT_GE(sendTakes(1), 1990ms);
+  slowAnswers();
+  EXPECT_GE(sendTakes(2), 1990ms);
+  slowAnswers();
+  reactor.RunPending();
+  slowAnswers();
+  EXPECT_EQ(slowReceiver.log, "1: 2: ");
+  EXPECT_GE(sendTakes(3), 1990ms);
+  slow.Close();  // without having read the third
+  EXPECT_FALSE(link.Send(kOther, 4, ""));
 }
 
-TEST_F(SocketMessageLinkTest, AReceiverMayCloseTheLinkAndTheSenderStillGetsItsAnswer) {
+TEST_F(SocketMessageLinkTest, ADyingProcessGotWhatItHadRead) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  receiver.onMessage = [&](std::uint32_t) { link.Close(); };
-  Child sender([this] { return SendFromNewLink(kOwn, 5) ? 0 : 1; });
-  EXPECT_TRUE(Until([&] { return sender.Ended(); }));
-  EXPECT_EQ(sender.Code(), 0);
-  EXPECT_EQ(access(LinkPath(kOwn).c_str(), F_OK), -1);
+  for (const bool reads : {true, false}) {
+    receiver.log.clear();
+    Child dying([this, reads] {
+      PollReactor childReactor;
+      Recorder childReceiver;
+      childReceiver.onMessage = [](std::uint32_t) { _exit(0); };
+      SocketMessageLink childLink(childReactor);
+      if (!childLink.Open(kOther, childReceiver) || !childLink.Send(kOwn, 2, "")) return 1;
+      if (reads) childReactor.Run();
+      usleep(300'000);
+      return 0;
+    });
+    ASSERT_TRUE(Until([&] { return receiver.log.starts_with("2:"); }));
+    EXPECT_EQ(link.Send(kOther, 1, ""), reads);
+    EXPECT_EQ(CodeOf(dying), 0);
+    Until([&] { return receiver.log.ends_with("gone "); });
+  }
 }
 
 TEST_F(SocketMessageLinkTest, OneHandleHasOneOwnerUntilAnotherTakesOver) {
@@ -254,7 +283,7 @@ TEST_F(SocketMessageLinkTest, OneHandleHasOneOwnerUntilAnotherTakesOver) {
   EXPECT_TRUE(second.OwnsEndpoint());
   EXPECT_FALSE(third.Open(kOwn, receiver));
   Child sender([this] { return SendFromNewLink(kOwn, 7) ? 0 : 1; });
-  EXPECT_TRUE(Until([&] { return sender.Ended(); }));
+  EXPECT_EQ(CodeOf(sender), 0);
   EXPECT_TRUE(Until([&] { return secondReceiver.log == "7: gone "; })) << secondReceiver.log;
   EXPECT_EQ(receiver.log, "");
   second.Close();
@@ -270,7 +299,7 @@ TEST_F(SocketMessageLinkTest, OfManyProcessesThatOpenAtTheSameMomentOneSucceeds)
       close(ends[1]);
       char none = 0;
       static_cast<void>(!read(ends[0], &none, 1));  // the start: all at once
-      const bool opened = link.Open(kOwn, receiver);
+      const bool opened{link.Open(kOwn, receiver)};
       usleep(300'000);
       if (opened) _exit(link.OwnsEndpoint() ? 10 : 11);
       return 0;
@@ -280,9 +309,38 @@ TEST_F(SocketMessageLinkTest, OfManyProcessesThatOpenAtTheSameMomentOneSucceeds)
   close(ends[0]);
   int owners = 0;
   for (const auto& child : children)
-    owners += child->Wait();
+    owners += CodeOf(*child);
   EXPECT_EQ(owners, 10);
   EXPECT_TRUE(link.Open(kOwn, receiver));  // the owner is gone without having cleaned up
+}
+
+TEST_F(SocketMessageLinkTest, ItsNameIsMadeAgainWhenTheFolderOfTheLinksGoesAndComesBack) {
+  const TemporaryFolder other;
+  const TemporaryVariable temporary("TMPDIR", other.Path());
+  ASSERT_TRUE(link.Open(kOwn, receiver));
+  const std::string first = LinkPath(kOwn);
+  const Descriptor kept = RawConnection();
+  reactor.RunPending();
+  std::filesystem::remove_all(folder.Path());  // the end of the last session
+  EXPECT_TRUE(link.OwnsEndpoint());
+  reactor.Advance(6s);
+  const std::string second = LinkPath(kOwn);
+  EXPECT_NE(second, first);
+  EXPECT_TRUE(std::filesystem::exists(second));
+  std::filesystem::create_directory(folder.Path());  // the next login
+  reactor.Advance(6s);
+  EXPECT_FALSE(std::filesystem::exists(second));
+  EXPECT_TRUE(link.OwnsEndpoint());
+  EXPECT_EQ(SocketMessageLink(reactor).Open(kOwn, receiver).state, LinkOpening::State::kInUse);
+  Put(kept, LinkPacket(7, "").Bytes());
+  EXPECT_TRUE(Until([&] { return receiver.log == "7: "; }));
+}
+
+TEST_F(SocketMessageLinkTest, TellsWhyAnEndpointCannotBeMade) {
+  const TemporaryVariable tooLong("XDG_RUNTIME_DIR", folder.Path() + std::string(100, '/'));
+  const LinkOpening opening = link.Open(kOwn, receiver);
+  EXPECT_EQ(opening.state, LinkOpening::State::kFailed);
+  EXPECT_TRUE(opening.reason.ends_with("/vorlix: File name too long")) << opening.reason;
 }
 
 TEST(LinkFolderTest, IsPrivateOrRefused) {

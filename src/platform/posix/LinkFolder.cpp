@@ -1,5 +1,6 @@
 #include "platform/posix/LinkFolder.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -12,8 +13,10 @@ constexpr std::size_t kSuffixRoom = 16;  // for the name that a socket has while
 
 bool IsOursAlone(const std::string& folder) {
   struct stat info {};
-  return lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == geteuid() &&
-         (info.st_mode & 07777) == 0700;
+  if (lstat(folder.c_str(), &info) != 0) return false;
+  const bool ours = S_ISDIR(info.st_mode) && info.st_uid == geteuid() && (info.st_mode & 07777) == 0700;
+  if (!ours) errno = EPERM;
+  return ours;
 }
 
 // An environment variable that holds a full path; others are as good as none.
@@ -22,29 +25,32 @@ std::string PathVariable(const char* name) {
   return value != nullptr && value[0] == '/' ? value : "";
 }
 
-bool Usable(const std::string& folder) {
-  mkdir(folder.c_str(), 0700);  // when it is there already, the check tells whether it is good
-  return IsOursAlone(folder);
-}
-
 }  // namespace
 
-std::string LinkFolder() {
-  if (const std::string runtime = PathVariable("XDG_RUNTIME_DIR"); !runtime.empty()) {
-    // A session that names a folder which is not there is served like one that names none.
-    if (access(runtime.c_str(), X_OK) == 0) return Usable(runtime + "/vorlix") ? runtime + "/vorlix" : "";
-  }
+std::string LinkFolderName() {
+  // A session that names a folder which is not there is served like one that names none.
+  const std::string runtime = PathVariable("XDG_RUNTIME_DIR");
+  if (!runtime.empty() && access(runtime.c_str(), X_OK) == 0) return runtime + "/vorlix";
   std::string temporary = PathVariable("TMPDIR");
   if (temporary.empty()) temporary = "/tmp";
-  const std::string folder = temporary + "/vorlix-" + std::to_string(geteuid());
-  return Usable(folder) ? folder : "";
+  return temporary + "/vorlix-" + std::to_string(geteuid());
+}
+
+std::string LinkFolder() {
+  const std::string folder = LinkFolderName();
+  const int made = mkdir(folder.c_str(), 0700) == 0 ? 0 : errno;
+  if (IsOursAlone(folder)) return folder;
+  if (made != 0 && made != EEXIST) errno = made;
+  return {};
 }
 
 std::string LinkPath(WindowHandle handle) {
   const std::string folder = LinkFolder();
   if (folder.empty()) return {};
   std::string path = folder + "/" + std::to_string(handle);
-  return path.size() + kSuffixRoom < sizeof(sockaddr_un::sun_path) ? path : std::string();
+  if (path.size() + kSuffixRoom < sizeof(sockaddr_un::sun_path)) return path;
+  errno = ENAMETOOLONG;
+  return {};
 }
 
 sockaddr_un LinkAddress(const std::string& path) {

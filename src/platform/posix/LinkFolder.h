@@ -9,11 +9,15 @@
 
 namespace vorlix {
 
-// "$XDG_RUNTIME_DIR/vorlix", or "vorlix-<user id>" in the temporary folder; made where it is missing. Empty when there
-// is none that is ours alone: a folder of somebody else, one that others may enter, a link.
+// Where the folder lies: "$XDG_RUNTIME_DIR/vorlix", or "vorlix-<user id>" in the temporary folder.
+std::string LinkFolderName();
+
+// The folder, made where it is missing. Empty when there is none that is ours alone: a folder of somebody else, one
+// that others may enter, a link. errno tells why.
 std::string LinkFolder();
 
-// The path of an endpoint's socket; empty when there is no folder or the path is longer than a socket's may be.
+// The path of an endpoint's socket; empty when there is no folder or the path is longer than a socket's may be. errno
+// tells why.
 std::string LinkPath(WindowHandle handle);
 
 // The path must not be longer than LinkPath() gives.

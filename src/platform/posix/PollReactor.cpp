@@ -1,5 +1,7 @@
 #include "platform/posix/PollReactor.h"
 
+#include <algorithm>
+
 namespace vorlix {
 
 std::unique_ptr<Timer> PollReactor::MakeTimer(std::chrono::milliseconds interval, std::function<void()> tick) {
@@ -16,9 +18,9 @@ void PollReactor::Turn(std::optional<std::chrono::milliseconds> wait) {
   queue_.RunPosts();
 }
 
-void PollReactor::RunPending() {
+void PollReactor::WaitPending(std::chrono::milliseconds most) {
   queue_.RunPosts();
-  Turn(std::chrono::milliseconds(0));
+  Turn(std::min(queue_.MaySleep().value_or(most), most));
 }
 
 void PollReactor::Run() {

@@ -13,7 +13,8 @@ class PollReactor : public Reactor {
   const Clock& GetClock() const override { return clock_; }
   std::unique_ptr<Timer> MakeTimer(std::chrono::milliseconds interval, std::function<void()> tick) override;
   void Post(std::function<void()> call) override { queue_.Post(std::move(call)); }
-  void RunPending() override;
+  void RunPending() override { WaitPending(std::chrono::milliseconds(0)); }
+  void WaitPending(std::chrono::milliseconds most) override;
   void Run() override;
   // One Quit() ends one Run(), the innermost.
   void Quit() override { quit_ = true; }

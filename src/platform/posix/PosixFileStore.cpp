@@ -24,8 +24,8 @@ IoResult Result(bool good, std::string_view what, const std::string& path) {
   return good ? IoResult{} : Failure(what, path, errno);
 }
 
-// The error log is written through this store, so a fault in here is not reported there but given back. All that these
-// routines can throw is a lack of memory.
+// The error log is written through this store, so a fault in here is not reported there but given back. What can be
+// thrown comes from texts and buffers that find no room, whatever its type.
 template <class Body>
 IoResult Guarded(const std::string& path, Body&& body) {
   try {

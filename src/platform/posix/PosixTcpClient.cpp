@@ -23,8 +23,10 @@ constexpr Option kOptions[] = {
     {IPPROTO_TCP, TCP_KEEPCNT, 3}, {IPPROTO_TCP, TCP_USER_TIMEOUT, 60'000}, {IPPROTO_TCP, TCP_NODELAY, 1},
 };
 
+// Without a socket errno tells why.
 Descriptor MakeSocket(int family) {
   Descriptor made(socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+  if (!made) return made;
   for (const Option& option : kOptions) {
     setsockopt(made.Get(), option.level, option.name, &option.value, sizeof option.value);
   }
@@ -94,7 +96,7 @@ void PosixTcpClient::TryNext() {
   while (next_ < addresses_.size()) {
     const HostAddress& address = addresses_[next_++];
     socket_ = MakeSocket(address.any.sa_family);
-    if (connect(socket_.Get(), &address.any, address.Size()) == 0 || errno == EINPROGRESS) {
+    if (socket_ && (connect(socket_.Get(), &address.any, address.Size()) == 0 || errno == EINPROGRESS)) {
       attempt_ = reactor_.WatchDescriptor(socket_.Get(), [this](Reactor::Ready) { OnAttemptReady(); });
       attempt_->WantRead(false);
       attempt_->WantWrite(true);

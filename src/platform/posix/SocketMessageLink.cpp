@@ -14,6 +14,7 @@
 #include "platform/LinkPacket.h"
 #include "platform/RunCallback.h"
 #include "platform/posix/LinkFolder.h"
+#include "services/ansi.h"
 
 namespace vorlix {
 namespace {
@@ -21,6 +22,7 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kMostWait{2000};
+constexpr std::chrono::seconds kNameCheck{5};
 constexpr int kBacklog = 128;
 constexpr char kAnswer = 1;
 
@@ -46,6 +48,10 @@ ino_t InodeOf(const std::string& path) {
   return lstat(path.c_str(), &info) == 0 ? info.st_ino : 0;
 }
 
+LinkOpening OpeningFailed(const std::string& path, int error) {
+  return {LinkOpening::State::kFailed, FailureText("open " + FromUtf8(path), error)};
+}
+
 void Acknowledge(int socket) {
   send(socket, &kAnswer, 1, MSG_NOSIGNAL | MSG_DONTWAIT);
 }
@@ -63,9 +69,13 @@ struct SocketMessageLink::Outbound {
   Descriptor socket;
   std::unique_ptr<Watch> watch;
   bool used = false;
+  int awaited = 0;  // answers that are still to come, each in its message's order
 };
 
-SocketMessageLink::SocketMessageLink(Reactor& reactor) : reactor_(reactor) {}
+SocketMessageLink::SocketMessageLink(Reactor& reactor)
+    : reactor_(reactor),
+      acceptor_(reactor, [this](Descriptor connection) { Take(std::move(connection)); }),
+      keeper_(reactor.MakeTimer(kNameCheck, [this] { KeepName(); })) {}
 
 SocketMessageLink::~SocketMessageLink() {
   Close();
@@ -77,19 +87,29 @@ bool SocketMessageLink::IsAlive(const std::string& path) const {
   return error == 0 || error == EAGAIN;  // a full queue belongs to somebody too
 }
 
-bool SocketMessageLink::Open(WindowHandle own, Receiver& receiver, bool takeOver) {
+LinkOpening SocketMessageLink::Open(WindowHandle own, Receiver& receiver, bool takeOver) {
   return Trapped(
       "SocketMessageLink_Open",
       [&] {
         Close();
-        const std::string path = LinkPath(own);
-        const Descriptor lock = LockFolder(path);
-        if (own == 0 || !lock || (!takeOver && IsAlive(path)) || !Listen(path)) return false;
+        if (own == 0) return OpeningFailed("0", EINVAL);
+        LinkOpening opening = OpenAt(LinkPath(own), takeOver);
+        if (!opening) return opening;
         own_ = own;
         receiver_ = &receiver;
-        return true;
+        keeper_->SetEnabled(true);
+        return opening;
       },
       own, takeOver);
+}
+
+LinkOpening SocketMessageLink::OpenAt(const std::string& path, bool takeOver) {
+  if (path.empty()) return OpeningFailed(LinkFolderName(), errno);
+  const Descriptor lock = LockFolder(path);
+  if (!lock) return OpeningFailed(LinkFolderName(), errno);
+  if (!takeOver && IsAlive(path)) return {LinkOpening::State::kInUse, {}};
+  if (!Listen(path)) return OpeningFailed(path, errno);
+  return {LinkOpening::State::kOpen, {}};
 }
 
 // The socket listens before it gets its name, so that the name is never one that nobody answers.
@@ -97,31 +117,52 @@ bool SocketMessageLink::Listen(const std::string& path) {
   const std::string temporary = path + "." + std::to_string(getpid());
   const sockaddr_un address = LinkAddress(temporary);
   Descriptor listener = LocalSocket();
+  if (!listener) return false;
   unlink(temporary.c_str());
   if (bind(listener.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return false;
-  inode_ = InodeOf(temporary);
+  const ino_t inode = InodeOf(temporary);
   if (listen(listener.Get(), kBacklog) != 0 || std::rename(temporary.c_str(), path.c_str()) != 0) {
+    const int error = errno;
     unlink(temporary.c_str());
+    errno = error;
     return false;
   }
   path_ = path;
-  listener_ = std::move(listener);
-  listenerWatch_ = reactor_.WatchDescriptor(listener_.Get(), [this](Reactor::Ready) { Accept(); });
+  inode_ = inode;
+  acceptor_.Start(std::move(listener));
   return true;
 }
 
 bool SocketMessageLink::OwnsEndpoint() const {
-  return listener_ && InodeOf(path_) == inode_;
+  const ino_t there = InodeOf(path_);
+  return acceptor_.IsListening() && (there == 0 || there == inode_);
+}
+
+// The folder goes when the user's last session ends, and comes back with the next one; the name follows it, so that
+// later copies and helpers find this process.
+void SocketMessageLink::KeepName() {
+  const std::string path = LinkPath(own_);
+  if (path.empty() || (path == path_ && InodeOf(path) != 0)) return;
+  const Descriptor lock = LockFolder(path);
+  if (!lock) return;
+  const std::string former = path_;
+  const bool formerIsOurs = InodeOf(former) == inode_;
+  if (IsAlive(path)) {
+    path_ = path;  // somebody was quicker, and owns the name now
+  } else if (!Listen(path)) {
+    return;
+  }
+  if (formerIsOurs && former != path) unlink(former.c_str());
 }
 
 void SocketMessageLink::Close() {
   Trapped("SocketMessageLink_Close", [&] {
-    if (listener_) {
+    keeper_->SetEnabled(false);
+    if (acceptor_.IsListening()) {
       const Descriptor lock = LockFolder(path_);
-      if (OwnsEndpoint()) unlink(path_.c_str());
+      if (InodeOf(path_) == inode_) unlink(path_.c_str());
     }
-    listenerWatch_.reset();
-    listener_.Close();
+    acceptor_.Stop();
     inbound_.clear();
     outbound_.clear();
     waiting_.clear();
@@ -131,12 +172,11 @@ void SocketMessageLink::Close() {
   });
 }
 
-void SocketMessageLink::Accept() {
-  Descriptor socket(accept4(listener_.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-  if (!socket || !PeerIsOurUser(socket.Get())) return;
+void SocketMessageLink::Take(Descriptor made) {
+  if (!PeerIsOurUser(made.Get())) return;
   auto connection = std::make_shared<Inbound>();
   connection->peer = ++lastPeer_;
-  connection->socket = std::move(socket);
+  connection->socket = std::move(made);
   // The watch lies in the connection, so the callback must not keep the connection alive.
   connection->watch = reactor_.WatchDescriptor(
       connection->socket.Get(), [this, weak = std::weak_ptr(connection)](Reactor::Ready) { OnReadable(weak.lock()); });
@@ -224,10 +264,10 @@ bool SocketMessageLink::SendPacket(WindowHandle target, std::string_view packet)
   while (Outbound* connection = Connected(target)) {
     const bool first = !std::exchange(connection->used, true);
     const Outcome outcome = Exchange(*connection, packet);
-    if (outcome == Outcome::kAnswered) return true;
-    outbound_.erase(target);  // also after a silence: a late answer would be taken for that to the next message
+    if (outcome != Outcome::kDead) return outcome != Outcome::kFull;
+    outbound_.erase(target);
     // A kept connection may have died since it was used last, and another process may answer now.
-    if (first || outcome == Outcome::kNoAnswer) return false;
+    if (first) return false;
   }
   return false;
 }
@@ -243,38 +283,58 @@ SocketMessageLink::Outbound* SocketMessageLink::Connected(WindowHandle target) {
   }
   connection = std::make_unique<Outbound>();
   connection->socket = std::move(socket);
-  // Answers are read by the Send() that waits for them; what comes besides is the end.
   connection->watch =
-      reactor_.WatchDescriptor(connection->socket.Get(), [this, target](Reactor::Ready) { outbound_.erase(target); });
+      reactor_.WatchDescriptor(connection->socket.Get(), [this, target](Reactor::Ready) { OnOutboundReady(target); });
   return connection.get();
 }
 
+// Answers are read by the Send() that waits for them; what comes besides is a late one, or the end.
+void SocketMessageLink::OnOutboundReady(WindowHandle target) {
+  Outbound& connection = *outbound_.at(target);
+  char answer = 0;
+  const auto size = recv(connection.socket.Get(), &answer, 1, MSG_DONTWAIT);
+  if (size < 0 && (errno == EAGAIN || errno == EINTR)) return;
+  if (size <= 0 || --connection.awaited < 0) outbound_.erase(target);
+}
+
 SocketMessageLink::Outcome SocketMessageLink::Exchange(Outbound& connection, std::string_view packet) {
+  if (send(connection.socket.Get(), packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
+    return errno == EAGAIN ? Outcome::kFull : Outcome::kDead;
+  }
+  ++connection.awaited;
+  return AwaitAnswers(connection);
+}
+
+SocketMessageLink::Outcome SocketMessageLink::AwaitAnswers(Outbound& connection) {
   const int socket = connection.socket.Get();
-  if (send(socket, packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) return Outcome::kDead;
   const auto end = steady_clock::now() + kMostWait;
-  while (true) {
+  while (connection.awaited > 0) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
-    if (left.count() <= 0) return Outcome::kNoAnswer;
+    if (left.count() <= 0) return Outcome::kLate;
     FillDescriptors(socket);
     const int ready = poll(descriptors_.data(), descriptors_.size(), static_cast<int>(left.count()));
     if (ready > 0) ServeWhileWaiting();
     polled_.clear();
     if (ready <= 0 || descriptors_[0].revents == 0) continue;
     char answer = 0;
-    return recv(socket, &answer, 1, MSG_DONTWAIT) == 1 && answer == kAnswer ? Outcome::kAnswered : Outcome::kDead;
+    const auto size = recv(socket, &answer, 1, MSG_DONTWAIT);
+    // Who leaves without having read our message resets the connection; who read it and gave no answer only ends it.
+    if (size < 0) return errno == ECONNRESET ? Outcome::kDead : Outcome::kLate;
+    if (size == 0) return Outcome::kLate;
+    --connection.awaited;
   }
+  return Outcome::kAnswered;
 }
 
 void SocketMessageLink::FillDescriptors(int answering) {
-  descriptors_.assign({{answering, POLLIN, 0}, {listener_.Get(), POLLIN, 0}});  // poll() passes over a missing one
+  descriptors_.assign({{answering, POLLIN, 0}, {acceptor_.Polled(), POLLIN, 0}});  // poll() passes over a missing one
   polled_ = inbound_;
   for (const auto& connection : polled_)
     descriptors_.push_back({connection->socket.Get(), POLLIN, 0});
 }
 
 void SocketMessageLink::ServeWhileWaiting() {
-  if (descriptors_[1].revents != 0) Accept();
+  if (descriptors_[1].revents != 0) acceptor_.Accept();
   for (std::size_t i = 0; i < polled_.size(); ++i) {
     if (descriptors_[i + 2].revents != 0) TakeIn(polled_[i]);
   }

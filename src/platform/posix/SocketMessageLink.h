@@ -1,6 +1,7 @@
 // The message link over sequenced-packet local sockets. A message goes out on a connection that is kept for its target,
 // and the other side answers with one packet when its receiver is done. Connections carry messages one way: two
-// processes that talk to each other hold two.
+// processes that talk to each other hold two. The socket's name follows the folder of the links: where that went, or
+// another has come to be in use, the name is made again within a few seconds; connections outlive that.
 #pragma once
 
 #include <deque>
@@ -11,7 +12,7 @@
 
 #include "platform/MessageLink.h"
 #include "platform/Reactor.h"
-#include "platform/posix/Descriptor.h"
+#include "platform/posix/Acceptor.h"
 
 struct pollfd;
 
@@ -23,7 +24,7 @@ class SocketMessageLink : public MessageLink {
   explicit SocketMessageLink(Reactor& reactor);
   ~SocketMessageLink() override;
 
-  bool Open(WindowHandle own, Receiver& receiver, bool takeOver = false) override;
+  LinkOpening Open(WindowHandle own, Receiver& receiver, bool takeOver = false) override;
   WindowHandle Own() const override { return own_; }
   bool OwnsEndpoint() const override;
   void Close() override;
@@ -32,7 +33,8 @@ class SocketMessageLink : public MessageLink {
  private:
   struct Inbound;
   struct Outbound;
-  enum class Outcome { kAnswered, kDead, kNoAnswer };
+  // kLate: the message was taken, its answer is still to come or never will; kDead: it was not taken and never will be.
+  enum class Outcome { kAnswered, kLate, kFull, kDead };
   // What was taken in while a Send() waited, or the end of a connection.
   struct Waiting {
     Peer peer;
@@ -41,9 +43,11 @@ class SocketMessageLink : public MessageLink {
     std::string text;
   };
 
+  LinkOpening OpenAt(const std::string& path, bool takeOver);
   bool Listen(const std::string& path);
   bool IsAlive(const std::string& path) const;
-  void Accept();
+  void KeepName();
+  void Take(Descriptor connection);
   void OnReadable(const std::shared_ptr<Inbound>& connection);
   void TakeIn(const std::shared_ptr<Inbound>& connection);
   void Drop(const std::shared_ptr<Inbound>& connection);
@@ -53,6 +57,8 @@ class SocketMessageLink : public MessageLink {
   Outbound* Connected(WindowHandle target);
   bool SendPacket(WindowHandle target, std::string_view packet);
   Outcome Exchange(Outbound& connection, std::string_view packet);
+  Outcome AwaitAnswers(Outbound& connection);
+  void OnOutboundReady(WindowHandle target);
   void ServeWhileWaiting();
   void FillDescriptors(int answering);
 
@@ -61,8 +67,8 @@ class SocketMessageLink : public MessageLink {
   WindowHandle own_ = 0;
   std::string path_;
   ino_t inode_ = 0;
-  Descriptor listener_;
-  std::unique_ptr<Watch> listenerWatch_;
+  Acceptor acceptor_;
+  std::unique_ptr<Timer> keeper_;
   std::vector<std::shared_ptr<Inbound>> inbound_;
   Peer lastPeer_ = 0;
   std::map<WindowHandle, std::unique_ptr<Outbound>> outbound_;

@@ -25,24 +25,16 @@ bool TcpServer::Start(std::uint16_t port) {
         if (bind(made.Get(), plain, size) != 0 || listen(made.Get(), SOMAXCONN) != 0) return false;
         if (getsockname(made.Get(), plain, &size) != 0) return false;
         port_ = ntohs(address.sin_port);
-        socket_ = std::move(made);
-        watch_ = reactor_.WatchDescriptor(socket_.Get(), [this](Reactor::Ready) { Accept(); });
+        acceptor_.Start(std::move(made));
         return true;
       },
       port);
 }
 
-void TcpServer::Stop() {
-  watch_.reset();
-  socket_.Close();
-}
-
-void TcpServer::Accept() {
-  Descriptor socket(accept4(socket_.Get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-  if (!socket) return;
+void TcpServer::Take(Descriptor connection) {
   const Client client = ++last_;
   clients_[client] =
-      std::make_unique<SocketStream>(reactor_, std::move(socket), static_cast<SocketStream::Handler&>(*this));
+      std::make_unique<SocketStream>(reactor_, std::move(connection), static_cast<SocketStream::Handler&>(*this));
   listener_.OnClient(client);
 }
 

@@ -4,8 +4,10 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <utility>
 
 #include "platform/Reactor.h"
+#include "platform/posix/Acceptor.h"
 #include "platform/posix/SocketStream.h"
 
 namespace vorlix {
@@ -25,14 +27,17 @@ class TcpServer : private SocketStream::Handler {
   };
 
   // Reactor and listener must outlive the server.
-  TcpServer(Reactor& reactor, Listener& listener) : reactor_(reactor), listener_(listener) {}
+  TcpServer(Reactor& reactor, Listener& listener)
+      : reactor_(reactor),
+        listener_(listener),
+        acceptor_(reactor, [this](Descriptor made) { Take(std::move(made)); }) {}
 
   // Listens on 127.0.0.1; port 0 takes a free one, and the same again after Stop(). False when the port is not to be
   // had.
   bool Start(std::uint16_t port = 0);
   std::uint16_t Port() const { return port_; }
   // New clients are refused; those that are there stay.
-  void Stop();
+  void Stop() { acceptor_.Stop(); }
 
   std::size_t ClientCount() const { return clients_.size(); }
   // False for a client that is not there.
@@ -42,7 +47,7 @@ class TcpServer : private SocketStream::Handler {
   void DropAll() { clients_.clear(); }
 
  private:
-  void Accept();
+  void Take(Descriptor connection);
   Client ClientOf(const SocketStream& stream) const;
   void OnBytes(SocketStream& stream, std::string_view bytes) override;
   void OnEnd(SocketStream& stream, int error) override;
@@ -50,8 +55,7 @@ class TcpServer : private SocketStream::Handler {
   Reactor& reactor_;
   Listener& listener_;
   std::uint16_t port_ = 0;
-  Descriptor socket_;
-  std::unique_ptr<Watch> watch_;
+  Acceptor acceptor_;
   std::map<Client, std::unique_ptr<SocketStream>> clients_;
   Client last_ = 0;
 };
