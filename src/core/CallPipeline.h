@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "core/MainTimers.h"
 #include "core/call_events.h"
@@ -140,7 +139,7 @@ class CallPipeline : public CallEvents {
 
   PipelinePorts ports_;
   PipelineState& state_;
-  PipelineOptions options_;  // as they stood when the event began
+  PipelineOptions options_;  // read anew at the beginning of each event and of each tick of the sound
 };
 
 }  // namespace vorlix

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "services/clsErrorHandling.h"
+#include "services/modTimePeriods.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -17,10 +18,6 @@ void Do(const Job& job, const Arguments&... arguments) {
 
 bool Ask(const std::function<bool()>& question) {
   return question && question();
-}
-
-std::string YearMonth(int year, int month) {
-  return Padded(year, 4) + Padded(month, 2);
 }
 
 int QuarterOf(int month) {

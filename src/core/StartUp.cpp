@@ -14,10 +14,11 @@ struct PhaseRow {
   const char* after = nullptr;
 };
 
+// The order of the start. A second copy is sent away before anything is read that it would act on or tell about.
 constexpr PhaseRow kPhases[] = {
     {StartPhase::kOperatingSystem, {"Check operating system", nullptr}},
-    {StartPhase::kPaths, {"Read paths", nullptr}},
     {StartPhase::kOtherCopy, {"Check other copy", nullptr}},
+    {StartPhase::kPaths, {"Read paths", nullptr}},
     {StartPhase::kClosingAlready, {nullptr, nullptr}},
     {StartPhase::kFirstRunDefaults, {"First run defaults", nullptr}},
     {StartPhase::kFirstStart, {"First start", nullptr}},
@@ -83,7 +84,6 @@ void StartUp::Do(StartPhase phase, std::function<void()> job) {
 }
 
 bool StartUp::Run() {
-  watch_.StartWatch("Form_Load");
   next_ = 0;
   return Continue();
 }
@@ -112,6 +112,7 @@ StartResult StartUp::RunPhase(std::size_t index) {
     if (row.traces[0] != nullptr) watch_.AddWatch(row.traces[0], "Form_Load");
     result = Trapped("fMain.Form_Load", job->second, row.traces[0] == nullptr ? "" : row.traces[0]);
   }
+  if (row.phase == StartPhase::kPaths) watch_.StartWatch("Form_Load");  // its switch was read there
   Trace(row.after);
   return result;
 }

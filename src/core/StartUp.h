@@ -6,15 +6,14 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <optional>
-#include <string>
-#include <vector>
+#include <utility>
 
 #include "platform/MessageLoop.h"
 #include "services/clsStopWatch.h"
 
 namespace vorlix {
 
+// In the order in which they run.
 enum class StartPhase {
   kOperatingSystem,
   kOtherCopy,
@@ -104,8 +103,7 @@ class StartUp {
   bool complete_ = false;
 };
 
-// What the system's start asks for: waits `seconds` without holding the loop, then calls back. Destroying it ends the
-// wait without a call.
+// Waits once without holding the loop, then calls back. Destroying it ends the wait without a call.
 class StartWait {
  public:
   StartWait(MessageLoop& loop, std::chrono::seconds duration, std::function<void()> then);

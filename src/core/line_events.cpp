@@ -1,6 +1,5 @@
 // The events that tell how the lines stand, and the lock around a new call.
-#include <algorithm>
-#include <array>
+#include <chrono>
 
 #include "core/CallPipeline.h"
 #include "core/pipeline_trace.h"
@@ -18,8 +17,10 @@ std::string RegisterFail() {
   return LoadLangKey("Display_Msg_CAPIRegisterFail", "Die Anmeldung bei der CAPI2.0 ist fehlgeschlagen!"_ansi);
 }
 
+// How long a call that has to wait sleeps before it looks again.
+constexpr std::chrono::milliseconds kLockWait{20};
+
 struct DriverMessage {
-  int event;
   bool silentByAuto;  // a start with the system must not stop on a box; a missing file does so all the same
   std::string_view trace;
   std::string first, second;
@@ -28,19 +29,19 @@ struct DriverMessage {
 DriverMessage MessageOf(int event) {
   switch (event) {
     case kEventCAPIFileMissing:
-      return {event, false, "Msg:DLLError",
+      return {false, "Msg:DLLError",
               LoadLangKey("Display_Msg_CAPIFileNotFound", "Die CAPI2.0-Bibliothek wurde nicht gefunden!"_ansi),
               LoadLangKey("Display_Msg_CAPIHardwareRequired",
                           "Für diese Betriebsart ist eine ISDN-Hardware mit CAPI2.0-Treiber erforderlich!"_ansi)};
     case kEventCAPINotInstalled:
       return {
-          event, true, "Msg:Not found", NotFound(),
+          true, "Msg:Not found", NotFound(),
           LoadLangKey("Display_Msg_CAPINoHardwareDriver", "Es ist keine Hardware oder kein Treiber installiert!"_ansi)};
     case kEventCAPIIncompatible:
-      return {event, true, "Msg:Not comp", RegisterFail(),
+      return {true, "Msg:Not comp", RegisterFail(),
               LoadLangKey("Display_Msg_CAPIIncompatible", "Der Treiber ist nicht kompatibel!"_ansi)};
     default:
-      return {event, true, "Msg:ToMany", RegisterFail(),
+      return {true, "Msg:ToMany", RegisterFail(),
               LoadLangKey("Display_Msg_CAPIToManyApps", "Zu viele Anwendungen sind angemeldet!"_ansi)};
   }
 }
@@ -89,7 +90,7 @@ void CallPipeline::ListenFailed() {
           LoadLangKey("Display_Msg_CallReactionNotPoss", "Eine Reaktion auf Anrufe ist nicht möglich!"_ansi));
 }
 
-// True while the country and area code of the user's line have never been given correctly.
+// Asks for the country and area code of the user's line as long as they have never been given correctly.
 void CallPipeline::CheckOwnPrefix() {
   const bool wrong = options_.myVWL.starts_with("00") || options_.myVWO.starts_with("0") || options_.myVWO.empty() ||
                      options_.myVWL.empty();
@@ -103,7 +104,7 @@ void CallPipeline::Message(const std::string& first, const std::string& second) 
 // Only a driver's call waits here: its look-up must not begin while another's runs.
 void CallPipeline::Lock() {
   while (state_.ActiveCallList.Count() > 0 && state_.PipelineBusy && !state_.ExitInProgress) {
-    ports_.loop.RunPending();
+    ports_.loop.WaitPending(kLockWait);
   }
   state_.PipelineBusy = true;
   // A change of the book's file must not reload the book while a call is being looked up.

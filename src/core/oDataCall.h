@@ -2,10 +2,10 @@
 // only store; what follows from a number is worked out on first reading, through the analysis the record was made with.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "core/number_analysis.h"
 #include "core/oDataMSN.h"

@@ -10,8 +10,6 @@ namespace vorlix {
 struct PipelineOptions {
   // General
   bool CallMode_CAPI = false;
-  bool CallMode_AVM = false;
-  bool CallMode_NCID = false;
   bool SimWrite = false;
   bool RejectedCallsDontShow = false;
   bool RejectedCallsDontBatch = false;

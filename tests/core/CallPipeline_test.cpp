@@ -18,7 +18,6 @@ using testing::Not;
 
 class CallPipelineTest : public testing::Test {
  protected:
-  CallPipelineTest() { ports.options.CallMode_AVM = true; }
 
   std::vector<std::string> Event(int event, int id = 0, const std::string& number = {}, bool simulated = false,
                                  int source = kSourceAVM) {

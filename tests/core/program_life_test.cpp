@@ -65,7 +65,7 @@ TEST(StartUp, APhaseMayEndTheProgramOrWaitWithoutHoldingTheLoop) {
   StartUp ending(loop);
   bool later = false;
   ending.On(StartPhase::kOtherCopy, [] { return StartResult::kEnd; });
-  ending.Do(StartPhase::kLoadSetting, [&] { later = true; });
+  ending.Do(StartPhase::kPaths, [&] { later = true; });  // a second copy reads no switches and tells nothing
   EXPECT_FALSE(ending.Run());
   EXPECT_FALSE(later);
 
