@@ -1,5 +1,6 @@
 #include "lines/AVM_monitor.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -34,9 +35,8 @@ std::string Field(const std::vector<std::string>& fields, std::size_t index) {
 
 // The time stamp of a line: date and time, separated by a blank.
 DateTime StampOf(const std::string& field) {
-  const auto blank = field.find(' ');
-  if (blank == std::string::npos) return CDateNew(field, {});
-  return CDateNew(std::string_view(field).substr(0, blank), std::string_view(field).substr(blank + 1));
+  const auto blank = std::min(field.find(' '), field.size());
+  return CDateNew(field.substr(0, blank), field.substr(blank));
 }
 
 void Trace(std::string_view step, std::string_view what, bool simulated = false) {
@@ -45,13 +45,6 @@ void Trace(std::string_view step, std::string_view what, bool simulated = false)
 }
 
 }  // namespace
-
-// A call of the router, with what only this source knows of it.
-class AVM_monitor::oRouterCall : public oDataCall {
- public:
-  using oDataCall::oDataCall;
-  bool Stale = false;  // the connection was lost since: its end may have been missed
-};
 
 void AVM_monitor::AVM_GetMessage(const std::string& line, bool simulated) {
   Trapped(
@@ -79,37 +72,46 @@ void AVM_monitor::AVM_GetMessage(const std::string& line, bool simulated) {
 AVM_monitor::Collected AVM_monitor::AVM_CollectMessage(const std::string& line) {
   if (line.find(';') == std::string::npos) return {};
   const Fields fields = Split(WithoutControls(line), ";");
-  Collected result;
-  result.type = TypeOf(Field(fields, 1));
-  const std::string key = Field(fields, 2) + "ID";
-  switch (result.type) {
+  const LineType type = TypeOf(Field(fields, 1));
+  const auto former = AVMCallList_.ItemByKeyAs<oRouterCall>(Field(fields, 2) + "ID");
+  switch (type) {
     case LineType::kRing:
-    case LineType::kCall: {
-      result.call = NewRecord(fields, result.type);
-      const auto former = AVMCallList_.ItemByKeyAs<oRouterCall>(key);
-      if (former && former->Stale) AVMCallList_.RemoveByKeyName(key);
-      AVMCallList_.Add(result.call);  // an id that is still open keeps its first call
-      break;
-    }
+    case LineType::kCall:
+      return {type, Opened(fields, type, line, former)};
     case LineType::kConnect:
+      return {type, former && former->NewCall ? Answered(former) : nullptr};  // or this line came before
     case LineType::kDisconnect:
-      result.call = AVMCallList_.ItemByKeyAs<oDataCall>(key);
-      if (!result.call) break;
-      result.call->Active = false;
-      if (result.type == LineType::kConnect) {
-        result.call->NewCall = false;
-      } else {
-        if (IsDigits(Field(fields, 3))) result.call->AVMCallperiod = LeadingInteger(fields[3]).value_or(0);
-        AVMCallList_.RemoveByKeyName(key);
-      }
-      break;
+      return {type, former ? Closed(former, Field(fields, 3)) : nullptr};
     case LineType::kOther:
       break;
   }
-  return result;
+  return {};
 }
 
-std::shared_ptr<oDataCall> AVM_monitor::NewRecord(const Fields& fields, LineType type) {
+AVM_monitor::Call AVM_monitor::Opened(const Fields& fields, LineType type, const std::string& line,
+                                      const Call& former) {
+  if (former && !former->Stale && former->OpeningLine == line) return nullptr;
+  if (former && former->Stale) AVMCallList_.RemoveByKeyName(former->Key);
+  const Call call = NewRecord(fields, type);
+  call->OpeningLine = line;
+  AVMCallList_.Add(call);  // an id that is still open keeps its first call
+  return call;
+}
+
+AVM_monitor::Call AVM_monitor::Answered(const Call& call) {
+  call->Active = false;
+  call->NewCall = false;
+  return call;
+}
+
+AVM_monitor::Call AVM_monitor::Closed(const Call& call, const std::string& seconds) {
+  call->Active = false;
+  if (IsNumeric(seconds)) call->AVMCallperiod = LeadingInteger(seconds).value_or(0);
+  AVMCallList_.RemoveByKeyName(call->Key);
+  return call;
+}
+
+AVM_monitor::Call AVM_monitor::NewRecord(const Fields& fields, LineType type) {
   auto call = std::make_shared<oRouterCall>(&ports_.numbers);
   const std::string id = Field(fields, 2);
   call->Active = true;
@@ -136,9 +138,12 @@ std::string AVM_monitor::DialledNumber(const std::string& number) const {
   return "0" + ports_.switches.Read().myVWO + number;
 }
 
-void AVM_monitor::Ring(oDataCall& call, const std::string& line, bool simulated) {
+void AVM_monitor::Ring(oRouterCall& call, const std::string& line, bool simulated) {
   const LineOptions options = ports_.switches.Read();
-  if (options.CallMode_CAPI) return;  // the driver owns every incoming call
+  if (options.CallMode_CAPI) {  // the driver owns every incoming call, and forwards it by the same rules
+    call.HasLine = IsForwarded(call.DataNumber(), call.MSN, options, ports_.ownNumbers);
+    return;
+  }
   Trace("AVM_RING", "+++", simulated);
   if (!simulated && ports_.prefixInput.IsAsking()) {
     Trace("AVM_RING", "EXIT by Prefix active check");
@@ -152,8 +157,9 @@ void AVM_monitor::Ring(oDataCall& call, const std::string& line, bool simulated)
   Trace("AVM_RING", "---");
 }
 
-void AVM_monitor::Forward(oDataCall& call, bool simulated) {
+void AVM_monitor::Forward(oRouterCall& call, bool simulated) {
   Trace("AVM_RING", "Forward data");
+  call.HasLine = true;
   std::string number = call.DataNumber();
   const DateTime rang = ports_.events.CAPI_FunctionsForwarder(kSourceAVM, kEventNewCall, call.PLCI, call.CIP, number,
                                                               call.MSN, simulated);
@@ -168,7 +174,7 @@ void AVM_monitor::Dialled(const oDataCall& call) {
   ports_.watch.OnDialled(call);
 }
 
-void AVM_monitor::Connected(const oDataCall& call, bool simulated) {
+void AVM_monitor::Connected(oRouterCall& call, bool simulated) {
   Trace("AVM_CONNECT", "+++", simulated);
   if (call.AVMDirection == CallDirection::kIncoming) {
     EndIncoming(call, "AVM_CONNECT", simulated);
@@ -180,17 +186,25 @@ void AVM_monitor::Connected(const oDataCall& call, bool simulated) {
   Trace("AVM_CONNECT", "---");
 }
 
-void AVM_monitor::Disconnected(const oDataCall& call, bool simulated) {
+void AVM_monitor::Disconnected(oRouterCall& call, bool simulated) {
   Trace("AVM_DISCONNECT", "+++", simulated);
-  if (!call.NewCall) {
+  if (call.NewCall) {
+    EndUnanswered(call, simulated);
+  } else {
     EnterPeriod(call);
-  } else if (call.AVMDirection == CallDirection::kIncoming) {
+    ports_.watch.OnEnded(call);
+  }
+  Trace("AVM_DISCONNECT", "---");
+}
+
+// Nobody took the call: it gets its journal line now.
+void AVM_monitor::EndUnanswered(oRouterCall& call, bool simulated) {
+  if (call.AVMDirection == CallDirection::kIncoming) {
     EndIncoming(call, "AVM_DISCONNECT", simulated);
   } else {
     JournalOutgoing(call);
   }
   ports_.watch.OnEnded(call);
-  Trace("AVM_DISCONNECT", "---");
 }
 
 void AVM_monitor::EndIncoming(const oDataCall& call, std::string_view step, bool simulated) {
@@ -200,9 +214,11 @@ void AVM_monitor::EndIncoming(const oDataCall& call, std::string_view step, bool
   ports_.events.CAPI_FunctionsForwarder(kSourceAVM, kEventCallEnd, call.PLCI, call.CIP, none, none, simulated);
 }
 
-void AVM_monitor::JournalOutgoing(const oDataCall& call) {
-  if (!ports_.ownNumbers.IsMSNFunctionActiv(call.MSN, kMSNLogJournal)) return;
+// One line for each call: after a lost connection its answer or its end may still come.
+void AVM_monitor::JournalOutgoing(oRouterCall& call) {
+  if (call.HasLine || !ports_.ownNumbers.IsMSNFunctionActiv(call.MSN, kMSNLogJournal)) return;
   if (!ports_.switches.Read().AVM_SaveOutgoingCalls) return;
+  call.HasLine = true;
   if (ports_.journalWindow.IsOpen()) {
     ports_.journalWindow.AddItemToDataSource(call);
   } else {
@@ -210,8 +226,10 @@ void AVM_monitor::JournalOutgoing(const oDataCall& call) {
   }
 }
 
-void AVM_monitor::EnterPeriod(const oDataCall& call) {
-  if (call.AVMCallperiod == 0 || !ports_.ownNumbers.IsMSNFunctionActiv(call.MSN, kMSNLogJournal)) return;
+// A call without a line of its own must not find that of another.
+void AVM_monitor::EnterPeriod(const oRouterCall& call) {
+  if (!call.HasLine || call.AVMCallperiod == 0) return;
+  if (!ports_.ownNumbers.IsMSNFunctionActiv(call.MSN, kMSNLogJournal)) return;
   if (ports_.journalWindow.IsOpen()) {
     ports_.journalWindow.SetCallPeriod(call);
   } else {
@@ -232,10 +250,7 @@ void AVM_monitor::ConnectionLost() {
     for (const auto& entry : open.GetCollection()) {
       const auto call = open.ItemByKeyAs<oRouterCall>(entry.key);
       if (!call || std::exchange(call->Stale, true)) continue;
-      const bool ringing = call->NewCall && call->AVMDirection == CallDirection::kIncoming;
-      if (!ringing) continue;
-      EndIncoming(*call, "AVM_DISCONNECT", false);
-      ports_.watch.OnEnded(*call);
+      if (call->NewCall) EndUnanswered(*call, false);
     }
   });
 }

@@ -10,13 +10,13 @@
 // once.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "core/CallPipeline.h"
+#include "core/call_events.h"
 #include "core/call_watch.h"
+#include "core/pipeline_ports.h"
 #include "lines/line_options.h"
 #include "lines/modProcMessage.h"
 #include "services/clsErrorHandling.h"
@@ -43,9 +43,19 @@ class AVM_monitor : public SocketSource {
 
   enum class LineType { kOther, kRing, kCall, kConnect, kDisconnect };
 
+  // A call of the router, with what only this source knows of it.
+  class oRouterCall : public oDataCall {
+   public:
+    using oDataCall::oDataCall;
+    std::string OpeningLine;  // as it came: the router may send it again
+    bool HasLine = false;     // it stands in the journal, or will as soon as the pipeline ends it
+    bool Stale = false;       // the connection was lost since: its end may have been missed
+  };
+  using Call = std::shared_ptr<oRouterCall>;
+
   struct Collected {
     LineType type = LineType::kOther;
-    std::shared_ptr<oDataCall> call;  // may be nothing
+    Call call;  // may be nothing
   };
 
   // All ports must outlive the object.
@@ -54,31 +64,35 @@ class AVM_monitor : public SocketSource {
   // Works off one line; anything that is no call-monitor line is ignored. Control characters in it become blanks.
   void AVM_GetMessage(const std::string& line, bool simulated);
 
-  // Turns a line into its type and its call: a new one, or the one of that id.
+  // Turns a line into its type and its call: a new one, which enters AVMCallList, or the one of that id, which a
+  // DISCONNECT takes out of it. No call for an unknown id, and none for a line that came before.
   Collected AVM_CollectMessage(const std::string& line);
 
   void GetMessage(const std::string& line, bool simulated) override { AVM_GetMessage(line, simulated); }
 
   // The router's lines of the time without a connection are lost, and with them the ends of calls. What was ringing
-  // counts as ended, so that it stands in the journal; every id may be given to a new call from here on.
+  // or was dialled counts as ended, so that it stands in the journal; every id may be given to a new call from here on.
   void ConnectionLost() override;
 
   const clsCollection& AVMCallList() const { return AVMCallList_; }
 
  private:
-  class oRouterCall;
   using Fields = std::vector<std::string>;
 
-  std::shared_ptr<oDataCall> NewRecord(const Fields& fields, LineType type);
+  Call Opened(const Fields& fields, LineType type, const std::string& line, const Call& former);
+  static Call Answered(const Call& call);
+  Call Closed(const Call& call, const std::string& seconds);
+  Call NewRecord(const Fields& fields, LineType type);
   std::string DialledNumber(const std::string& number) const;
-  void Ring(oDataCall& call, const std::string& line, bool simulated);
-  void Forward(oDataCall& call, bool simulated);
+  void Ring(oRouterCall& call, const std::string& line, bool simulated);
+  void Forward(oRouterCall& call, bool simulated);
   void Dialled(const oDataCall& call);
-  void Connected(const oDataCall& call, bool simulated);
-  void Disconnected(const oDataCall& call, bool simulated);
+  void Connected(oRouterCall& call, bool simulated);
+  void Disconnected(oRouterCall& call, bool simulated);
+  void EndUnanswered(oRouterCall& call, bool simulated);
   void EndIncoming(const oDataCall& call, std::string_view step, bool simulated);
-  void JournalOutgoing(const oDataCall& call);
-  void EnterPeriod(const oDataCall& call);
+  void JournalOutgoing(oRouterCall& call);
+  void EnterPeriod(const oRouterCall& call);
   void LogRawLine(const std::string& line, int maximumKB);
 
   Ports ports_;

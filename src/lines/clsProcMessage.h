@@ -7,22 +7,11 @@
 #include <string_view>
 
 #include "platform/FileStore.h"
+#include "platform/HelperProtocol.h"
 #include "platform/MessageLink.h"
 #include "platform/Processes.h"
 
 namespace vorlix {
-
-// Commands of the helper link; they travel in the low three bits of a message's word, the source id above them.
-enum HelperCommand : std::uint32_t {
-  kHelperLine = 1,      // helper to main: a line from the network
-  kHelperLifeSign = 2,  // both: handshake and life sign; the text is a window handle in decimal
-  kHelperNewStart = 4,  // helper to main: start me anew
-  kHelperEnd = 5,       // main to helper: end yourself
-  kHelperConnected = 6,
-  kHelperLost = 7,
-};
-inline constexpr std::uint32_t kHelperCommandMask = 0x07;
-inline constexpr std::uint32_t kHelperSourceMask = 0xF8;
 
 class clsProcMessage {
  public:

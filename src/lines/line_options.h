@@ -12,6 +12,7 @@ struct LineOptions {
   bool CallMode_CAPI = false;
   bool AVM_SaveOutgoingCalls = false;
   bool DebugAVM = false;
+  bool DebugNCID = false;
   bool SpezialCuttNull = false;
   bool NoIntern = false;
   bool MSNLO = false;

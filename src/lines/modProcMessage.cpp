@@ -14,6 +14,7 @@ struct HelperFile {
   int eventUp, eventLost;  // -1: this source sends no events
 };
 
+static_assert(kSourceAVM == kHelperAVM && kSourceNCID == kHelperNCID && kSourceTAPI == kHelperTAPI);
 constexpr std::array<HelperFile, 3> kHelperFiles{{
     {kSourceAVM, "SocketAVM", kEventRouterUp, kEventRouterLost},
     {kSourceNCID, "SocketNCID", kEventNCIDUp, kEventNCIDLost},

@@ -1,5 +1,6 @@
 #include "lines/AVM_monitor.h"
 
+#include <array>
 #include <random>
 
 #include <gmock/gmock.h>
@@ -17,18 +18,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
-
-class AskingPrefix : public NoPrefixInput {
- public:
-  bool asking = false;
-  bool IsAsking() override { return asking; }
-};
-
-class OpenSimulation : public NoSimulationWindow {
- public:
-  bool open = false;
-  bool IsOpen() override { return open; }
-};
 
 class CountingBook : public NoPhoneBook {
  public:
@@ -60,8 +49,8 @@ class AVM_monitorTest : public testing::Test {
   fakes::TapedRecords records{tape};
   NoJournalWindow journalWindow;
   NoNewCallsWindow newCallsWindow;
-  AskingPrefix prefixInput;
-  OpenSimulation simulation;
+  fakes::AskingPrefix prefixInput;
+  fakes::OpenSimulation simulation;
   fakes::TapedWatch watch{tape};
   AVM_monitor monitor{{clock, logs, switches, events, numbers, ownNumbers, book, records, journalWindow, newCallsWindow,
                        prefixInput, simulation, watch}};
@@ -127,7 +116,6 @@ TEST_F(AVM_monitorTest, TheRulesAheadOfThePipelineChangeOrHoldBackACall) {
       {"no trailing zero", "0171123", [](LineOptions& o) { o.SpezialCuttNull = true; }, "0171123"},
       {"internal off", "1234", [](LineOptions& o) { o.NoIntern = true; }, ""},
       {"one digit more", "12345", [](LineOptions& o) { o.NoIntern = true; }, "12345"},
-      {"foreign own number", "0171123", [](LineOptions& o) { o.MSNLO = true; }, ""},
       {"control characters", "01\t71\r\n23", [](LineOptions&) {}, "01 71  23"},
   };
   for (const Row& row : rows) {
@@ -166,21 +154,70 @@ TEST_F(AVM_monitorTest, TheRawLineIsLoggedForRealCallsOnly) {
   EXPECT_EQ(logs.Text(R"(\log\raw_avm.txt)"), once);
 }
 
+TEST_F(AVM_monitorTest, ForeignOwnNumbersAreKnownOnlyWhereThereIsATable) {
+  switches.options.MSNLO = true;
+  EXPECT_THAT(Play({"28.08.10 10:22:07;RING;0;0111111;77;ISDN;"}),
+              Contains("event 12 of 16: 0111111 to 77, id 0, CIP 16"));
+  const auto own = std::make_shared<oDataMSN>();
+  own->Key = "77";
+  ownNumbers.table.Add(own);
+  EXPECT_THAT(Play({"28.08.10 10:22:07;RING;1;0111111;78;ISDN;"}), ElementsAre("event 13 of 16"));
+  EXPECT_THAT(Play({"28.08.10 10:22:07;RING;2;0111111;77;ISDN;"}),
+              Contains("event 12 of 16: 0111111 to 77, id 2, CIP 16"));
+}
+
+TEST_F(AVM_monitorTest, ALineThatComesTwiceIsOneEvent) {
+  events.normalised = "071NORMAL";
+  for (const auto& [open, connect, end] :
+       {std::array{"28.08.10 10:22:07;RING;0;0111111;77;ISDN;", "28.08.10 10:22:09;CONNECT;0;4;0111111;",
+                   "28.08.10 10:22:19;DISCONNECT;0;10;"},
+        std::array{"28.08.10 10:23:07;CALL;0;4;77;0222222;ISDN;", "28.08.10 10:23:09;CONNECT;0;4;0222222;",
+                   "28.08.10 10:23:19;DISCONNECT;0;10;"}}) {
+    EXPECT_THAT(Play({open}), Not(IsEmpty()));
+    EXPECT_THAT(Play({open}), IsEmpty());
+    EXPECT_THAT(Play({connect}), Not(IsEmpty()));
+    EXPECT_THAT(Play({connect, open}), IsEmpty());
+    EXPECT_THAT(Play({end}), Not(IsEmpty()));
+    EXPECT_THAT(Play({end, connect}), IsEmpty());
+  }
+}
+
+TEST_F(AVM_monitorTest, TheSecondsOfACallWithoutALineFindNoOther) {
+  constexpr auto kConnect = "28.08.10 10:22:09;CONNECT;0;4;0;";
+  constexpr auto kEnd = "28.08.10 10:22:19;DISCONNECT;0;10;";
+  switches.options.AVM_SaveOutgoingCalls = false;
+  EXPECT_THAT(Play({"28.08.10 10:22:07;CALL;0;4;77;0111111;ISDN;", kConnect, kEnd}),
+              ElementsAre("dialled 0111111", "answered 0111111", "ended 0111111"));
+  switches.options.NoIntern = true;
+  EXPECT_THAT(Play({"28.08.10 10:22:07;RING;0;0111;77;ISDN;", kConnect, kEnd}),
+              ElementsAre("event 13 of 16", "event 14 of 16: id 0", "answered 0111", "ended 0111"));
+  // The driver has journalled this one.
+  switches.options.CallMode_CAPI = true;
+  EXPECT_THAT(Play({"28.08.10 10:22:07;RING;0;0111111;77;ISDN;", kConnect, kEnd}),
+              Contains("period 10:22:07 0111111 10"));
+}
+
 TEST_F(AVM_monitorTest, AnIdThatIsStillOpenKeepsItsFirstCall) {
   Play({"28.08.10 10:22:07;RING;0;0111111;77;ISDN;", "28.08.10 10:22:08;RING;0;0222222;77;ISDN;"});
   EXPECT_THAT(Play({"28.08.10 10:22:09;DISCONNECT;0;0;"}), ElementsAre("event 14 of 16: id 0", "ended 0111111"));
   EXPECT_THAT(Play({"28.08.10 10:22:10;DISCONNECT;0;0;", "28.08.10 10:22:10;CONNECT;9;4;0;"}), IsEmpty());
 }
 
-TEST_F(AVM_monitorTest, ALostConnectionEndsWhatRangAndFreesEveryId) {
+TEST_F(AVM_monitorTest, ALostConnectionEndsWhatNobodyTookAndFreesEveryId) {
   Play({"28.08.10 10:22:07;RING;0;0111111;77;ISDN;", "28.08.10 10:22:07;CALL;1;4;77;0333333;ISDN;"});
   tape.clear();
   monitor.ConnectionLost();
-  EXPECT_THAT(tape, ElementsAre("event 14 of 16: id 0", "ended 0111111"));
+  EXPECT_THAT(tape, ElementsAre("event 14 of 16: id 0", "ended 0111111", "journal 28.08.2010 10:22:07 0333333 77 1",
+                                "ended 0333333"));
   tape.clear();
   monitor.ConnectionLost();
   EXPECT_THAT(tape, IsEmpty());
-  // The dialled call's end was missed; its id now belongs to an incoming call.
+  // It was taken after all: its seconds go into the line that it has.
+  EXPECT_THAT(Play({"28.08.10 10:23:00;CONNECT;1;4;0333333;", "28.08.10 10:24:00;DISCONNECT;1;60;"}),
+              ElementsAre("answered 0333333", "period 10:22:07 0333333 60", "ended 0333333"));
+  // The end of this one was missed; its id now belongs to an incoming call.
+  Play({"28.08.10 10:25:00;CALL;1;4;77;0333333;ISDN;"});
+  monitor.ConnectionLost();
   EXPECT_THAT(Play({"28.08.10 11:00:00;RING;1;0444444;77;ISDN;", "28.08.10 11:00:05;DISCONNECT;1;0;"}),
               ElementsAre("event 12 of 16: 0444444 to 77, id 1, CIP 16", "event 13 of 16", "event 14 of 16: id 1",
                           "ended 0444444"));
