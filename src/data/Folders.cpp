@@ -1,7 +1,6 @@
 #include "data/Folders.h"
 
-#include <utility>
-
+#include "data/paths.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/ini_document.h"
@@ -13,12 +12,6 @@ namespace {
 constexpr std::string_view kPathsFile = "/Vorlixpaths.ini";
 constexpr std::string_view kProgramNames = R"(\base\)";
 constexpr std::string_view kDataNames[] = {R"(\data\)", R"(\update\)", R"(\log\)", R"(\archiv\)", R"(\backup\)"};
-
-std::string WithoutFinalSlash(std::string path) {
-  while (path.size() > 1 && path.back() == '/')
-    path.pop_back();
-  return path;
-}
 
 std::string DefaultFolder(const Folders::Surroundings& surroundings) {
   const std::string base =

@@ -3,6 +3,7 @@
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
+#include "services/modTimePeriods.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -16,7 +17,7 @@ constexpr std::string_view kSettingsFile = "Vorlix.ini";
 constexpr int kMostGenerations = 8;
 
 std::string FolderName(const DateTime& now) {
-  return Padded(now.Year(), 4) + Padded(now.Month(), 2) + Padded(now.Day(), 2) + "_" + Padded(now.Hour(), 2) +
+  return YearMonth(now.Year(), now.Month()) + Padded(now.Day(), 2) + "_" + Padded(now.Hour(), 2) +
          Padded(now.Minute(), 2) + Padded(now.Second(), 2);
 }
 

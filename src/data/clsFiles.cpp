@@ -1,6 +1,6 @@
 #include "data/clsFiles.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "services/clsErrorHandling.h"
 #include "services/modTimePeriods.h"
@@ -71,7 +71,8 @@ void clsFiles::FileMakeBackup(const std::string& path, int count, const std::fun
   Trapped(
       "clsFiles_FileMakeBackup",
       [&] {
-        const std::string base = Replace(path, ".txt", "");
+        const auto name = path.rfind('/') + 1;  // a folder keeps a ".txt" of its own
+        const std::string base = path.substr(0, name) + Replace(path.substr(name), ".txt", "");
         const std::string newest = base + ".bak";
         if (count > 1) {
           DeleteOne("Del=", Generation(base, count - 1));
@@ -212,8 +213,7 @@ bool clsFiles::FileCopy(const std::string& source, const std::string& target, bo
 
 bool clsFiles::fDirExist(std::string_view path, bool create) {
   if (path.empty()) return false;
-  std::string folder = fFileSep(path);
-  if (folder.size() > 1) folder.pop_back();
+  const std::string folder = WithoutFinalSlash(fFileSep(path));
   if (files_.Stat(folder).IsFolder()) return true;
   return create && MakeDirectory(files_, folder);
 }

@@ -22,7 +22,7 @@ class clsFiles {
   // What the rotation shares across the program.
   struct Rotation {
     std::int16_t BackupWriteCounter = 0;
-    std::function<int()> backupCountStep;  // the setting; empty: no rotation
+    std::function<int()> backupCountStep;  // the setting, 0 for a backup at each write; empty: no rotation
   };
 
   // All must outlive the object.

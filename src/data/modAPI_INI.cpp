@@ -1,6 +1,5 @@
 #include "data/modAPI_INI.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 

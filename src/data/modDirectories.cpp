@@ -21,11 +21,6 @@ constexpr std::string_view kMade[] = {
     R"(\data\)", R"(\log\)", R"(\archiv\)", R"(\backup\)", R"(\update\)", R"(\data\callerpics\)", R"(\data\search\)",
 };
 
-std::string WithoutFinalSlash(std::string path) {
-  path.pop_back();
-  return path;
-}
-
 void Tell(modAll_MsgBox& messages, const std::string& text, const std::vector<std::string>& folders) {
   const std::string lineEnd(kLineEnd);
   messages.MsgBoxNew(text + lineEnd + lineEnd + Join(folders, kLineEnd), kMsgError);

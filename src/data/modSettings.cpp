@@ -1,6 +1,7 @@
 #include "data/modSettings.h"
 
 #include "services/clsErrorHandling.h"
+#include "services/modTimePeriods.h"
 #include "services/text.h"
 #include "services/version.h"
 
@@ -10,10 +11,6 @@ namespace {
 constexpr std::size_t kControllers = 5;
 constexpr int kMostFamily = 64;
 constexpr std::string_view kVersionSection = "Vorlix-Version";
-
-std::string YearMonth(const DateTime& now) {
-  return Padded(now.Year(), 4) + Padded(now.Month(), 2);
-}
 
 bool IsYearMonth(const std::string& text) {
   return text.size() == 6 && IsDigits(text) && text.substr(4) >= "01" && text.substr(4) <= "12";
@@ -41,7 +38,7 @@ std::string SettingsFillBinString(const std::string& text, std::size_t length) {
 int SettingsGetValueFromSettString(const std::string& text, std::size_t position, int fallback) {
   if (position < 1 || position > text.size()) return fallback;
   const char digit = text[position - 1];
-  return digit >= '0' && digit <= '9' ? digit - '0' : fallback;
+  return IsDigit(digit) ? digit - '0' : fallback;
 }
 
 void modSettings::LoadSetting() {
@@ -140,8 +137,10 @@ std::string modSettings::UsableText(const SettingRow& row, const std::string& st
       const std::string filled = SettingsFillBinString(stored, kControllers);
       return filled.find('1') == std::string::npos ? fallback : filled;
     }
-    case SettingRule::MonthUpToNow:
-      return IsYearMonth(stored) && stored <= YearMonth(now) ? stored : YearMonth(now);
+    case SettingRule::MonthUpToNow: {
+      const std::string month = YearMonth(now.Year(), now.Month());
+      return IsYearMonth(stored) && stored <= month ? stored : month;
+    }
   }
   return stored;
 }
@@ -199,7 +198,11 @@ void modSettings::SaveVersion() {
   ports_.ini.SetSettStr(kVersionSection, "Version", ProgramVersionText());
 }
 
+// Settings that were lost while their backup is there are no first start: new ones would take the backup's place.
 bool modSettings::IsFirstStart() {
+  const std::string path = ports_.folders.GetMainPath({});
+  const FileInfo info = ports_.files.Stat(path);
+  if (info.IsFile() && info.size == 0 && HasBackup(path)) return false;
   return ports_.ini.GetSettStr(kVersionSection, "Version", {}).empty();
 }
 

@@ -64,12 +64,12 @@ class modSettings {
   void SaveOwnPrefix(const std::string& myVWL, const std::string& myVWO, const std::string& myVWOP);
   void SaveVersion();
 
-  // True when no settings were ever saved: this is a first start.
+  // True when no settings were ever saved: this is a first start. False for an empty file that has a backup.
   bool IsFirstStart();
 
-  // The start's check of the settings file: WriteCheck() puts the present moment into it, LoadSetting() reads it back,
-  // and CheckConfigFile() compares the two. False for a file that cannot be written; a broken one is deleted, a good
-  // one backed up.
+  // The start's check of the settings file: WriteCheck() looks whether it is empty and puts the present moment into it,
+  // LoadSetting() reads it back, and CheckConfigFile() compares the two. False for a file that cannot be written; a
+  // broken one, which was empty, is deleted, a good one backed up where the settings want backups at the start.
   std::string WriteCheck();
   bool CheckConfigFile(const std::string& written, const std::string& read);
 
@@ -89,10 +89,12 @@ class modSettings {
   void CheckVersion();
   void TellPrefixNote();
   void TellNewVersion(const std::string& former);
+  bool HasBackup(const std::string& path) const { return ports_.files.Stat(path + ".bak").IsFile(); }
   void RemoveBrokenFile(const std::string& path);
 
   Ports ports_;
   Settings& settings_;
+  bool wasEmpty_ = false;  // before the check value went into the file
 };
 
 // "v3.00": how the program names its version in files and messages.

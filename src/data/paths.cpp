@@ -10,6 +10,12 @@ std::string fFileSep(std::string_view path) {
   return separated;
 }
 
+std::string WithoutFinalSlash(std::string path) {
+  while (path.size() > 1 && path.back() == '/')
+    path.pop_back();
+  return path;
+}
+
 PathParts fSplitPath(std::string_view path) {
   const std::string whole = Replace(path, "\\", "/");
   const auto slash = whole.rfind('/');

@@ -17,6 +17,8 @@ struct PathParts {
 
 // A path with "/" between its parts and one at its end.
 std::string fFileSep(std::string_view path);
+// A path with "/" at its end no more; "/" itself stays.
+std::string WithoutFinalSlash(std::string path);
 PathParts fSplitPath(std::string_view path);
 
 // Makes every missing level; true when the folder is there afterwards.

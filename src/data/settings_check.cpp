@@ -1,10 +1,11 @@
 // The start's checks of the settings file: can it be written, is it broken, which version wrote it.
+#include <optional>
+
 #include "data/modSettings.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
-#include "services/version.h"
 
 namespace vorlix {
 namespace {
@@ -16,9 +17,17 @@ std::string Lines(std::initializer_list<std::string> lines) {
   return Join(std::vector<std::string>(lines), kLineEnd);
 }
 
+// The number of a version text: 300 for "v3.00"; nothing for one that is none.
+std::optional<int> VersionNumber(const std::string& text) {
+  const std::string digits = Replace(Replace(text, ".", ""), "v", "");
+  return IsNumeric(digits) ? LeadingInteger(digits) : std::nullopt;
+}
+
 }  // namespace
 
 std::string modSettings::WriteCheck() {
+  const FileInfo info = ports_.files.Stat(ports_.folders.GetMainPath({}));
+  wasEmpty_ = info.IsFile() && info.size == 0;
   const std::string written = std::to_string(ports_.clock.Now().AsNumber());
   ports_.ini.SetSettStr("FileCheck", "Check", written);
   return written;
@@ -27,26 +36,24 @@ std::string modSettings::WriteCheck() {
 bool modSettings::CheckConfigFile(const std::string& written, const std::string& read) {
   return Trapped("modSettings.CheckConfigFile", [&] {
     const std::string path = ports_.folders.GetMainPath({});
-    const FileInfo info = ports_.files.Stat(path);
-    if (!info.IsFile()) return true;
+    if (!ports_.files.Stat(path).IsFile()) return true;
     if (written != read) {
       ErrorHandling().ErrorLogForceWrite("modSettings.CheckConfigFile", {}, 0,
                                          "Konfigurationsdatei nicht beschreibbar!"_ansi);
       return false;
     }
-    if (info.size == 0) {
+    if (wasEmpty_) {
       RemoveBrokenFile(path);
-      return true;
+    } else if (settings_.General.BackupAtStartUp && settings_.General.BackupCount > 0 && ports_.backup) {
+      ports_.backup(path);
     }
-    if (ports_.backup) ports_.backup(path);
     return true;
   });
 }
 
 void modSettings::RemoveBrokenFile(const std::string& path) {
-  const bool hasBackup = ports_.files.Stat(path + ".bak").IsFile();
   const std::string advice =
-      hasBackup
+      HasBackup(path)
           ? Lines({LoadLangKey("Message_BackupExists", "Eine Sicherung der Datei ist vorhanden!"_ansi),
                    LoadLangKey("Message_RemoveFileExtByRename", "Entfernen Sie beim Umbenennen die Endung .bak!"_ansi)})
           : LoadLangKey("Message_ReConfigTheProgram", "Bitte stellen Sie das Programm neu ein!"_ansi);
@@ -63,15 +70,13 @@ void modSettings::RemoveBrokenFile(const std::string& path) {
 void modSettings::CheckVersion() {
   const std::string former = settings_.VorlixVersion.Version;
   if (former.empty()) return;
-  const std::string digits = Replace(Replace(former, ".", ""), "v", "");
-  if (!IsDigits(digits)) {
+  const auto version = VersionNumber(former);
+  if (!version) {
     ErrorHandling().ErrorLogForceWrite(kDeleteLabel, {former});
     return;
   }
-  const int version = LeadingInteger(digits).value_or(0);
-  const int current = kVersionMajor * 100 + kVersionMinor * 10 + kVersionRevision;
   if (version < kPrefixNoteVersion) TellPrefixNote();
-  if (version < current) TellNewVersion(former);
+  if (version < VersionNumber(ProgramVersionText())) TellNewVersion(former);
 }
 
 void modSettings::TellPrefixNote() {

@@ -44,6 +44,9 @@ TEST_F(FilesTest, BackupsMoveOnByOneGeneration) {
   store.AddFile("/vorlix/data/Vorlix.ini", "settings");
   files.FileMakeBackup("/vorlix/data/Vorlix.ini", 1);
   EXPECT_EQ(store.Content("/vorlix/data/Vorlix.ini.bak"), "settings");
+  store.AddFile("/vorlix/old.txt.d/book.txt", "in a folder");
+  files.FileMakeBackup("/vorlix/old.txt.d/book.txt", 1);
+  EXPECT_EQ(store.Content("/vorlix/old.txt.d/book.bak"), "in a folder");
 }
 
 TEST_F(FilesTest, ABackupGoesOnAfterAFailureAndSaysSoInTheTrace) {

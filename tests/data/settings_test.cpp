@@ -289,8 +289,16 @@ TEST_F(SettingsTest, TheStartFindsAFileThatCannotBeWrittenOrIsBroken) {
   module.LoadSetting();
   EXPECT_FALSE(module.CheckConfigFile(written, settings.FileCheck.Check));
   EXPECT_THAT(ErrorLog(), HasSubstr("Konfigurationsdatei nicht beschreibbar!"));
+}
 
-  store.FailNothing();
+TEST_F(SettingsTest, TheStartBacksTheFileUpOnlyWhereBackupsAreWanted) {
+  for (const char* off : {"BackupAtStartUp=0", "BackupCount=0"}) {
+    File("[General]\r\n" + std::string(off) + "\r\n");
+    const std::string written = module.WriteCheck();
+    module.LoadSetting();
+    EXPECT_TRUE(module.CheckConfigFile(written, settings.FileCheck.Check));
+    EXPECT_THAT(backups, IsEmpty()) << off;
+  }
 }
 
 TEST_F(SettingsTest, ABrokenFileIsDeletedAndTheUserIsToldWhatIsLeft) {
@@ -305,7 +313,10 @@ TEST_F(SettingsTest, ABrokenFileIsDeletedAndTheUserIsToldWhatIsLeft) {
     File("");
     if (row.hasBackup) store.AddFile("/vorlix/data/Vorlix.ini.bak", "[General]\r\n");
     if (!row.canDelete) store.Fail(Op::kRemove, EACCES);
-    EXPECT_TRUE(module.CheckConfigFile("1", "1"));
+    EXPECT_EQ(module.IsFirstStart(), !row.hasBackup);  // whose dialog would fill the file
+    const std::string written = module.WriteCheck();
+    module.LoadSetting();
+    EXPECT_TRUE(module.CheckConfigFile(written, settings.FileCheck.Check));
     EXPECT_EQ(store.Exists("/vorlix/data/Vorlix.ini"), !row.canDelete);
     EXPECT_THAT(boxes.shown.back(), HasSubstr(row.told));
   }
