@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "data/journal_line.h"
 #include "services/clsErrorHandling.h"
 #include "services/modTimePeriods.h"
 #include "services/text.h"
@@ -12,78 +12,36 @@ namespace vorlix {
 namespace {
 
 constexpr char kTab = '\t';
-constexpr std::size_t kFewestFields = 8;
 constexpr double kPeriodWithinDays = 2.0;
-
-enum Field : std::size_t {
-  kDate,
-  kTime,
-  kNumber,
-  kMSN,
-  kBlock,
-  kCIP,
-  kNew,
-  kNotiz,
-  kDirection,
-  kPeriod,
-};
-
-// A record read from the file, with its date and time as they stand there when they are none: the line stays.
-class oJournalLine : public oDataCall {
- public:
-  using oDataCall::oDataCall;
-  std::string DateText, TimeText;
-  std::shared_ptr<CollectionItem> Clone() const override { return std::make_shared<oJournalLine>(*this); }
-};
-
-std::string Stamp(const oDataCall& call) {
-  const auto* line = dynamic_cast<const oJournalLine*>(&call);
-  if (line != nullptr && !line->CallDateTime) {
-    return WithoutControls(line->DateText) + kTab + WithoutControls(line->TimeText);
-  }
-  return call.CallDateView() + kTab + call.CallTimeView();
-}
-
-// Fields 0 to 3, the same in every form of a line.
-std::string Head(const oDataCall& call) {
-  return Stamp(call) + kTab + WithoutControls(call.DataNumber()) + kTab + WithoutControls(call.MSN);
-}
-
-std::string Tail(const oDataCall& call) {
-  return WithoutControls(NotizParsing(true, call.Notiz())) + kTab +
-         std::to_string(static_cast<int>(call.AVMDirection)) + kTab + std::to_string(call.AVMCallperiod);
-}
-
-// A rewritten line carries the value that was read into BlockIndex, where a live line carries the rule that ran; and
-// any mark but none becomes "1".
-std::string RewrittenLine(const oDataCall& call, bool resetViewed) {
-  const char* mark = call.NewCall && !resetViewed ? "1" : "0";
-  return Head(call) + kTab + std::to_string(call.BlockIndex) + kTab + std::to_string(call.CIP) + kTab + mark + kTab +
-         Tail(call) + std::string(kLineEnd);
-}
+constexpr std::size_t kFewestLinesToReverse = 3;
 
 // Whether a line of the file, if it is one, may be that of the call: it was written under the call's number, as the
-// file has it, within two days.
+// file has it, in the same direction and within two days.
 bool IsLineOf(const std::shared_ptr<oDataCall>& line, const oDataCall& call) {
   return line && std::abs(line->CallDateTime.DaysSince(call.CallDateTime)) < kPeriodWithinDays &&
-         line->DataNumber() == WithoutControls(call.DataNumber());
+         line->AVMDirection == call.AVMDirection && line->DataNumber() == WithoutControls(call.DataNumber());
 }
 
-// A number too large for its member is held at the nearest end: it must not turn into some other valid one.
-template <class Number>
-void ReadNumber(const std::vector<std::string>& fields, Field field, Number& member) {
-  using Limits = std::numeric_limits<Number>;
-  if (field >= fields.size() || !IsNumeric(fields[field])) return;
-  member =
-      static_cast<Number>(std::clamp<int>(LeadingInteger(fields[field]).value_or(0), Limits::min(), Limits::max()));
+// The date of the first line that has one: a date that cannot be read tells nothing about the order.
+template <class Iterator>
+DateTime FirstDate(Iterator line, Iterator end, NumberAnalysis& analysis) {
+  for (; line != end; ++line) {
+    const auto item = ReadJournalLine(*line, analysis);
+    if (item && item->CallDateTime) return item->CallDateTime;
+  }
+  return {};
+}
+
+std::string Joined(const std::vector<std::string_view>& lines) {
+  std::string text;
+  for (const std::string_view line : lines) {
+    if (!text.empty()) text += kLineEnd;
+    text += line;
+  }
+  return text;
 }
 
 }  // namespace
-
-std::string NotizParsing(bool toFile, std::string_view text) {
-  return toFile ? Replace(Replace(text, kLineEnd, "<CR>"), "\t", "<TB>")
-                : Replace(Replace(text, "<CR>", kLineEnd), "<TB>", "\t");
-}
 
 void LineCounter::BeforeLine(const std::string& path) {
   current_ = current_ && files_.Store().Stat(path) == known_;
@@ -96,17 +54,21 @@ void LineCounter::AfterLine(const std::string& path) {
   current_ = true;
 }
 
+std::string JournalPathIn(const Folders& folders) {
+  return folders.BookPath() + "Vorlixjournal.txt";
+}
+
 std::string modJournal::JournalPath() const {
-  return ports_.folders.BookPath() + "Vorlixjournal.txt";
+  return JournalPathIn(ports_.folders);
 }
 
 std::string modJournal::GetCallDataAsMailString(const oDataCall& call) {
-  return Head(call) + kTab + std::to_string(call.BlockFunction) + kTab + std::to_string(call.CIP);
+  return JournalLineHead(call) + kTab + std::to_string(call.BlockFunction) + kTab + std::to_string(call.CIP);
 }
 
 std::string modJournal::GetCallDataAsFileString(const oDataCall& call) {
   const std::string line = GetCallDataAsMailString(call) + kTab + "1" + kTab;
-  return call.Fernwirk ? line : line + Tail(call);
+  return call.Fernwirk ? line : line + JournalLineTail(call);
 }
 
 void modJournal::WriteCallDataToJournalFile(const std::string& line) {
@@ -120,7 +82,7 @@ void modJournal::WriteCallDataToJournalFile(const std::string& line) {
         if (lines_.Count() < kMostLines) return;
         ErrorHandling().LogDebug_Export("Call end - Archive data by MAX J BEGIN");
         const DateTime now = ports_.clock.Now();
-        ports_.archive.JournalAuslagern(false, Padded(now.Year(), 4) + Padded(now.Month(), 2), true);
+        ports_.archive.JournalAuslagern(false, YearMonth(now.Year(), now.Month()), true);
         ErrorHandling().LogDebug_Export("Call end - Archive data by MAX J END");
       },
       line);
@@ -139,8 +101,8 @@ void modJournal::WriteCallActiveData(const std::string& path, const clsCollectio
         for (std::size_t i = 1; i <= activeCalls.Count(); ++i) {
           const auto call = std::dynamic_pointer_cast<oDataCall>(activeCalls.GetItemByIndex(i));
           if (!call) continue;
-          text +=
-              Head(*call) + kTab + "0" + kTab + std::to_string(call->CIP) + kTab + "0" + kTab + std::string(kLineEnd);
+          text += JournalLineHead(*call) + kTab + "0" + kTab + std::to_string(call->CIP) + kTab + "0" + kTab +
+                  std::string(kLineEnd);
         }
         const IoResult written = OverwriteMakingFolder(ports_.files.Store(), path, text);
         if (!written) throw Fault(written.error, written.text);
@@ -156,45 +118,9 @@ modJournal::Item modJournal::J_MakeItem(std::string_view line, bool noLookup) {
   });
 }
 
-// The day of the call, year first. Reading a date is what a line costs most: it is done again only where the date gave
-// none together with its time.
-std::string modJournal::SortDate(const oDataCall& call, const std::string& date) const {
-  return call.CallDateTime ? GetFormatedDateByDate(call.CallDateTime, 0, true)
-                           : GetFormatedDateByString(date, ports_.clock, 0, true);
-}
-
 // Lets a fault through: a rewrite that runs out of memory must end, not go on without the line.
 modJournal::Item modJournal::ItemOf(std::string_view line) {
-  if (line.find(kTab) == std::string_view::npos) return nullptr;
-  std::vector<std::string> fields = Split(line, "\t");
-  if (!J_CheckItem(fields)) return nullptr;
-  auto call = std::make_shared<oJournalLine>(&ports_.numbers);
-  call->CallDateTime = CDateNew(fields[kDate], fields[kTime]);
-  if (!call->CallDateTime) {
-    call->DateText = fields[kDate];
-    call->TimeText = fields[kTime];
-  }
-  call->BookSortString = SortDate(*call, fields[kDate]) + fields[kTime];
-  call->DataNumber(fields[kNumber]);
-  call->MSN = fields[kMSN];
-  ReadNumber(fields, kBlock, call->BlockIndex);
-  ReadNumber(fields, kCIP, call->CIP);
-  call->NewCallByService = fields[kNew] == "2";
-  call->NewCall = fields[kNew] == "1" || call->NewCallByService;
-  call->Notiz(fields[kNotiz]);
-  std::int16_t direction = 0;
-  ReadNumber(fields, kDirection, direction);
-  call->AVMDirection = CallDirection{direction};
-  ReadNumber(fields, kPeriod, call->AVMCallperiod);
-  return call;
-}
-
-bool modJournal::J_CheckItem(std::vector<std::string>& fields) {
-  if (fields.size() < kFewestFields) return false;
-  if (fields[kDate].empty() || fields[kTime].empty() || fields[kNumber].empty()) return false;
-  if (!IsNumeric(fields[kBlock]) || !IsNumeric(fields[kCIP])) return false;
-  if (fields[kNew].empty()) fields[kNew] = "0";
-  return true;
+  return ReadJournalLine(line, ports_.numbers);
 }
 
 bool modJournal::WriteJournalData(const std::string& path, const std::vector<Item>& items, bool resetViewed) {
@@ -203,7 +129,7 @@ bool modJournal::WriteJournalData(const std::string& path, const std::vector<Ite
       [&] {
         std::string text;
         std::for_each(items.rbegin(), items.rend(), [&](const Item& item) {
-          if (item && !item->DataNumber().empty()) text += RewrittenLine(*item, resetViewed);
+          if (item && !item->DataNumber().empty()) text += RewrittenJournalLine(*item, resetViewed);
         });
         return Rewrite(path, text);
       },
@@ -218,12 +144,70 @@ bool modJournal::Rewrite(const std::string& path, std::string_view text) {
   return static_cast<bool>(written);
 }
 
-// Oldest first.
-std::vector<std::string> modJournal::ReadLines(const std::string& path) {
-  int count = 0;
-  // An editor may have left LF alone, and the lines since then end in CR LF: both kinds end a record.
-  std::string stream = Replace(ports_.files.fOpenFileToStream(path, count), kLineEnd, "\n");
-  return clsFiles::fStreamToArray(stream);
+// What cannot be read is no empty journal: the fault ends the routine before anything is written.
+std::string modJournal::ReadText(const std::string& path) {
+  std::string text;
+  if (!ports_.files.FileExist(path)) return text;
+  const IoResult read = ports_.files.Store().Read(path, text);
+  if (!read) throw Fault(read.error, read.text);
+  return text;
+}
+
+// Newest first.
+std::vector<modJournal::Item> modJournal::ReadItems(const std::string& path) {
+  const std::string text = ReadText(path);
+  std::vector<Item> items;
+  for (const std::string_view line : JournalLines(text)) {
+    if (Item item = ItemOf(line)) items.push_back(std::move(item));
+  }
+  std::reverse(items.begin(), items.end());
+  return items;
+}
+
+std::optional<std::vector<modJournal::Item>> modJournal::ReadJournal(const std::string& path, bool noLookup) {
+  return Trapped(
+      "modJournal.ReadJournal",
+      [&] {
+        std::vector<Item> items = ReadItems(path);
+        if (!noLookup) FillNames(items);
+        return std::optional(std::move(items));
+      },
+      path, noLookup);
+}
+
+void modJournal::FillNames(const std::vector<Item>& items) {
+  const JournalNames::Load load(ports_.names);
+  const std::string unknown = UnknownNumberWord();
+  for (const Item& item : items) {
+    // Nearly all are plain digits, and no word is.
+    const std::string& number = item->DataNumber();
+    if (IsDigits(number) || !ContainsNoCase(number, unknown)) ports_.names.Fill(*item);
+  }
+}
+
+void modJournal::ResetViewedInJournalFile(const std::string& path) {
+  Trapped(
+      "modVorlix_ResetViewedInJournalFile",
+      [&] {
+        const std::vector<Item> items = ReadItems(path);
+        if (std::none_of(items.begin(), items.end(), [](const Item& item) { return item->NewCall; })) return;
+        WriteJournalData(path, items, true);
+      },
+      path);
+}
+
+void modJournal::CheckReverseOfJournal() {
+  Trapped("modJournal.CheckReverseOfJournal", [&] {
+    const std::string text = ReadText(JournalPath());
+    std::vector<std::string_view> lines = JournalLines(text);
+    if (lines.size() < kFewestLinesToReverse) return;
+    const DateTime first = FirstDate(lines.begin(), lines.end(), ports_.numbers);
+    const DateTime last = FirstDate(lines.rbegin(), lines.rend(), ports_.numbers);
+    if (first <= last) return;
+    std::erase_if(lines, [](std::string_view line) { return Trim(line).empty(); });
+    std::reverse(lines.begin(), lines.end());
+    ports_.files.MakeFile(JournalPath(), Joined(lines), false);
+  });
 }
 
 void modJournal::SetCallPeriodInJournalFile(const oDataCall& call) {
@@ -235,16 +219,17 @@ void modJournal::SetCallPeriodInJournalFile(const std::string& path, const oData
   Trapped(
       "modVorlix_ResetViewedInJournalFile ArrayReverse",
       [&] {
-        const std::vector<std::string> lines = ReadLines(path);
+        const std::string before = ReadText(path);
+        const std::vector<std::string_view> lines = JournalLines(before);
         const auto match = std::find_if(lines.rbegin(), lines.rend(),
-                                        [&](const std::string& line) { return IsLineOf(ItemOf(line), call); });
+                                        [&](std::string_view line) { return IsLineOf(ItemOf(line), call); });
         if (match == lines.rend()) return;
         std::string text;
-        for (const std::string& line : lines) {
+        for (const std::string_view& line : lines) {
           const Item item = ItemOf(line);
-          if (!item) continue;
+          if (!item) continue;  // what no reader takes for a record goes with the rewrite
           if (&line == &*match) item->AVMCallperiod = call.AVMCallperiod;
-          text += RewrittenLine(*item, false);
+          text += RewrittenJournalLine(*item, false);
         }
         Rewrite(path, text);
       },

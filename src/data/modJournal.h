@@ -1,16 +1,11 @@
 // The journal: one line for each finished call in "Vorlixjournal.txt", fields separated by TAB, oldest first, and
 // beside it "Vorlixactive.txt" with the calls in progress. Journal arrays in memory are the other way round, newest
-// first.
-//
-//   date, time, number, own number, block function, service, new-call mark, note, direction, period
-//
-// The mark is "1" for a call not yet seen and "2" for one that the service took. Whatever bytes a field was given, none
-// can end the field or the line: control characters become blanks, a note's line ends and TABs are written as "<CR>"
-// and "<TB>".
+// first. A line that makes no record is passed over by every reader and goes with the next rewrite.
 #pragma once
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +16,9 @@
 #include "data/clsFiles.h"
 
 namespace vorlix {
+
+// The journal's file.
+std::string JournalPathIn(const Folders& folders);
 
 // Archives the journal; true if archiving took place.
 class JournalArchive {
@@ -39,6 +37,20 @@ class JournalNames {
  public:
   virtual ~JournalNames() = default;
   virtual void Fill(oDataCall& call) = 0;
+  // Around the records of a whole file; loads may lie within one another, as a look-up lets the message loop run.
+  virtual void LoadBegins() {}
+  virtual void LoadEnds() {}
+
+  class Load {
+   public:
+    explicit Load(JournalNames& names) : names_(names) { names_.LoadBegins(); }
+    ~Load() { names_.LoadEnds(); }
+    Load(const Load&) = delete;
+    Load& operator=(const Load&) = delete;
+
+   private:
+    JournalNames& names_;
+  };
 };
 
 class NoJournalNames : public JournalNames {
@@ -94,30 +106,35 @@ class modJournal : public CallRecords {
   void WriteCallActiveData(const clsCollection& activeCalls) override;
   // Rewrites the file; does nothing if the path is empty.
   void WriteCallActiveData(const std::string& path, const clsCollection& activeCalls);
-  // Enters the connected time into the newest line of that number within two days; no match, no write.
+  // Enters the connected time into the newest line of that number and direction within two days; no match, no write.
   void SetCallPeriodInJournalFile(const oDataCall& call) override;
   void SetCallPeriodInJournalFile(const std::string& path, const oDataCall& call);
 
   // A record, or nothing if the line is no journal line. The note stays in file form.
   Item J_MakeItem(std::string_view line, bool noLookup);
-  // Checks the fields of a line, at least eight, and repairs an empty new-call mark.
-  static bool J_CheckItem(std::vector<std::string>& fields);
+  // The records of a journal or of an archive, newest first; none for a missing file. Nothing at all for a file that
+  // cannot be read: what was made from it must never be written back. With look-up each record gets its name, address
+  // and analysed number.
+  std::optional<std::vector<Item>> ReadJournal(const std::string& path, bool noLookup);
   // Rewrites the file from records that are newest first; all ten fields of each. A missing file stays missing.
   bool WriteJournalData(const std::string& path, const std::vector<Item>& items, bool resetViewed);
+  // Clears the new-call mark of every line; a file without one is not touched.
+  void ResetViewedInJournalFile(const std::string& path);
+  // Turns a journal around that stands newest first, as a file of three lines or more can show by its dates. For the
+  // start of the program.
+  void CheckReverseOfJournal();
 
   std::string JournalPath() const;
 
  private:
-  std::string SortDate(const oDataCall& call, const std::string& date) const;
   Item ItemOf(std::string_view line);
-  std::vector<std::string> ReadLines(const std::string& path);
+  std::string ReadText(const std::string& path);
+  std::vector<Item> ReadItems(const std::string& path);
+  void FillNames(const std::vector<Item>& items);
   bool Rewrite(const std::string& path, std::string_view text);
 
   Ports ports_;
   LineCounter lines_;
 };
-
-// A note between its form on the screen and its form in the file.
-std::string NotizParsing(bool toFile, std::string_view text);
 
 }  // namespace vorlix

@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "data/journal_line.h"
 #include "fakes/DataRoom.h"
+#include "services/modTimePeriods.h"
 
 namespace vorlix {
 namespace {
@@ -26,6 +28,9 @@ class NotedArchive : public JournalArchive {
 class MeierForAll : public JournalNames {
  public:
   void Fill(oDataCall& call) override { call.Name("Meier"); }
+  void LoadBegins() override { loads += "("; }
+  void LoadEnds() override { loads += ")"; }
+  std::string loads;
 };
 
 class JournalTest : public testing::Test, protected DataRoom {
@@ -148,6 +153,92 @@ TEST_F(JournalTest, ReadsALineIntoARecord) {
   }
 }
 
+TEST_F(JournalTest, ReadsADateAsEveryOtherRoutineDoes) {
+  const char* dates[] = {"05.02.2010", "29.02.2023", "29-02/2024", "01.02.0024", "01.02.0999",
+                         "00.00.0000", "5.2.10",     "2010.02.05", "05.02.20x0", "0a.02.2010",
+                         " 5.2.2010",  "05022010",   "",           "05.02.2010x"};
+  const char* times[] = {"09:07:11", "24:00:00", "09:60:00", "09.07.11", "9:07",
+                         "09:07:5-", "",         "09-07-11", "09:07:11 "};
+  for (const std::string date : dates) {
+    for (const std::string time : times) {
+      const auto item = journal.J_MakeItem(date + "\t" + time + "\t0301\t\t0\t16\t\t", true);
+      ASSERT_EQ(item != nullptr, !date.empty() && !time.empty());
+      if (!item) continue;
+      EXPECT_EQ(item->CallDateTime, CDateNew(date, time)) << date << " " << time;
+      EXPECT_EQ(item->BookSortString, GetFormatedDateByString(date, clock, 0, true) + time);
+    }
+  }
+}
+
+TEST_F(JournalTest, AWholeJournalComesNewestFirst) {
+  const std::string text = Line(2, "0301") + "no record\r\n" + Line(1, "UNBEKANNT") + Line(0, "0302");
+  store.AddFile(kPath, text);
+  for (const bool noLookup : {false, true}) {
+    const auto items = journal.ReadJournal(kPath, noLookup);
+    ASSERT_TRUE(items && items->size() == 3);
+    std::string read;
+    for (const auto& item : *items)
+      read += item->DataNumber() + " " + item->Name() + ",";
+    EXPECT_EQ(read, noLookup ? "0302 ,UNBEKANNT ,0301 ," : "0302 Meier,UNBEKANNT ,0301 Meier,");
+  }
+  EXPECT_EQ(names.loads, "()");
+  EXPECT_EQ(store.Writes(), 0);
+  store.Fail(Op::kRead, EIO);
+  EXPECT_FALSE(journal.ReadJournal(kPath, true)) << "not an empty journal";
+  EXPECT_TRUE(journal.ReadJournal("/vorlix/archiv/none", true)->empty());
+}
+
+TEST_F(JournalTest, AHugeJournalIsReadToItsEnd) {
+  std::string text;
+  for (int i = 0; i < 100000; ++i)
+    text += "13.03.2024\t11:00:00\t03\t\t0\t1\t\t\n";
+  store.AddFile(kPath, text + std::string(1000000, 'x') + Line(0, "04") + std::string(1000000, '\t'));
+  const auto items = journal.ReadJournal(kPath, false);
+  ASSERT_TRUE(items && items->size() == 100001);
+  EXPECT_EQ(items->front()->DataNumber(), "04");
+}
+
+TEST_F(JournalTest, ResettingTheMarksWritesOnlyWhereThereIsOne) {
+  const std::string head = "13.03.2024\t11:00:00\t0302\t77\t4\t16\t";
+  struct Case {
+    std::string before, after;
+  };
+  for (const auto& [before, after] :
+       {Case{head + "2\tx\r\nrubbish\n" + head + "1\t\r\n", head + "0\tx\t0\t0\r\n" + head + "0\t\t0\t0\r\n"},
+        Case{head + "0\tx\r\nrubbish\n" + head + "\t\r\n", ""}, Case{"", ""}}) {
+    store.AddFile(kPath, before);
+    store.requests.clear();
+    journal.ResetViewedInJournalFile(kPath);
+    EXPECT_EQ(Journal(), after.empty() ? before : after);
+    EXPECT_EQ(store.Writes(), after.empty() ? 0 : 1);
+  }
+  journal.ResetViewedInJournalFile("/vorlix/data/none.txt");
+  EXPECT_FALSE(store.Exists("/vorlix/data/none.txt"));
+}
+
+TEST_F(JournalTest, AJournalThatStandsNewestFirstIsTurnedAround) {
+  const std::string a = "11.03.2024\t11:00:00\t1\t\t0\t1\t\t", b = Line(2, "2"), c = Line(1, "3");
+  const std::string none = "99.03.2024\t11:00:00\t1\t\t0\t1\t\t\r\n";
+  struct Case {
+    std::string before, after;  // nothing: the file is not touched
+  };
+  for (const auto& [before, after] :
+       {Case{c + b + a, a + "\r\n" + b + c},
+        Case{"\r\nrubbish\n" + c + " \n" + b + a + "\n\n", a + "\r\n" + b + c + "rubbish\r\n"}, Case{c + b + c, ""},
+        Case{a + "\r\n" + b + c, ""}, Case{c + b, ""}, Case{c + a, ""}, Case{c, ""}, Case{"", ""},
+        Case{b + c + none, ""}, Case{none + none + none, ""}, Case{none + c + b + none, none + b + c + none}}) {
+    store.AddFile(kPath, before);
+    store.requests.clear();
+    journal.CheckReverseOfJournal();
+    EXPECT_EQ(Journal(), after.empty() ? before : after);
+    EXPECT_EQ(store.Writes(), after.empty() ? 0 : 1);
+  }
+  store.AddFile(kPath, c + b + a);
+  store.Fail(Op::kOverwrite, EACCES);
+  journal.CheckReverseOfJournal();
+  EXPECT_EQ(Journal(), c + b + a);
+}
+
 TEST_F(JournalTest, ARewriteTurnsTheArrayAroundAndNeverMakesAJournal) {
   const std::vector<modJournal::Item> items = {journal.J_MakeItem("13.03.2024\t11:00:00\t0302\t77\t4\t16\t2\t", true),
                                                nullptr, std::make_shared<oDataCall>(),
@@ -189,6 +280,10 @@ TEST_F(JournalTest, ThePeriodGoesIntoTheNewestLineOfTheNumberWithinTwoDays) {
   store.AddFile(kPath, Line(0, "03 01"));
   journal.SetCallPeriodInJournalFile(call);
   EXPECT_EQ(Journal(), Line(0, "03 01", 61));
+  call.AVMDirection = CallDirection::kOutgoing;
+  call.AVMCallperiod = 99;
+  journal.SetCallPeriodInJournalFile(call);
+  EXPECT_EQ(Journal(), Line(0, "03 01", 61)) << "an incoming call's line";
   EXPECT_EQ(ErrorLog(), "");
 }
 
@@ -221,11 +316,14 @@ TEST_P(MuseumTest, ABrokenJournalKeepsEveryLineThatCanBeRead) {
   journal.SetCallPeriodInJournalFile(call);
   ASSERT_FALSE(Bytes(name + ".after").empty());
   EXPECT_EQ(Journal(), Bytes(name + ".after"));
+  // And so does the way through an array.
+  EXPECT_TRUE(journal.WriteJournalData(kPath, journal.ReadJournal(kPath, true).value(), false));
+  EXPECT_EQ(Journal(), Bytes(name + ".after"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Journals, MuseumTest,
                          testing::Values("lf_ends", "lf_then_crlf", "nul_bytes", "cut_line", "utf8", "byte_order_mark",
-                                         "eight_fields", "long_line", "odd_fields"));
+                                         "eight_fields", "long_line", "odd_fields", "remote_control"));
 
 }  // namespace
 }  // namespace vorlix

@@ -1,0 +1,212 @@
+#include <gtest/gtest.h>
+
+#include "data/JournalAuslagern.h"
+#include "fakes/DataRoom.h"
+#include "services/ansi.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+using Op = MemoryFileStore::Operation;
+const std::string kPath = "/vorlix/data/Vorlixjournal.txt";
+const std::string kFolder = "/vorlix/archiv/";
+const std::string kFirst = kFolder + "202403.txt.001";
+const std::string kText = "01.03.2024\t10:00:00\t0301\t77\t0\t16\t1\t\t0\t0\r\n";
+
+class ArchiveTest : public testing::Test, protected DataRoom {
+ protected:
+  ArchiveTest() { store.AddFolder(kFolder); }
+  bool Auslagern(bool interactive, bool byMaximum = false) {
+    boxes.shown.clear();
+    return archiver.JournalAuslagern(interactive, "202403", byMaximum);
+  }
+  std::string Journal() const { return store.Content(kPath); }
+  std::string Box() const { return boxes.shown.empty() ? std::string() : boxes.shown.back(); }
+  static std::string Many(int count, const std::string& line) {
+    std::string text;
+    for (int i = 0; i < count; ++i)
+      text += line;
+    return text;
+  }
+
+  Settings settings;
+  JournalFlags flags;
+  int reloads = 0;
+  JournalArchiver archiver{{files, folders, clock, settings, messages, flags, [this] {
+                              ++reloads;
+                              EXPECT_FALSE(flags.JournalArchiving);
+                            }}};
+};
+
+TEST_F(ArchiveTest, TheWholeJournalGoesAndTheReasonIsTold) {
+  settings.Journal.AssumeLast = false;
+  const std::string saved = "\r\n\r\nDie Sicherung erfolgte in " + kFolder + "202403.txt.0";
+  struct Case {
+    bool interactive, byMaximum;
+    int backup;
+    bool errView;
+    std::string told;
+  };
+  int n = 0;
+  for (const auto& [interactive, byMaximum, backup, errView, told] :
+       {Case{true, false, 1, false, ""},
+        Case{false, true, 1, false,
+             std::string("Vorlix 64: Die Journal-Datei hat 25000 Einträge erreicht!"_ansi) + saved + "02"},
+        Case{false, false, 1, false, "Vorlix 64: Monatliche Sicherung der Journal-Datei!" + saved + "03"},
+        Case{false, false, 2, false, "Vorlix 64: Quartals Sicherung der Journal-Datei!" + saved + "04"},
+        Case{false, false, 3, false,
+             std::string("Vorlix 64: Jährliche Sicherung der Journal-Datei!"_ansi) + saved + "05"},
+        Case{false, true, 3, true, ""}}) {
+    store.AddFile(kPath, kText);
+    settings.Journal.Backup = backup;
+    settings.Journal.ErrView = errView;
+    EXPECT_TRUE(Auslagern(interactive, byMaximum));
+    EXPECT_EQ(Box(), told);
+    EXPECT_FALSE(store.Exists(kPath));
+    EXPECT_EQ(store.Content(kFolder + "202403.txt.00" + std::to_string(++n)), kText);
+    EXPECT_EQ(reloads, n);
+  }
+}
+
+TEST_F(ArchiveTest, WithoutAJournalOrWhileItLoadsNothingHappens) {
+  const std::string automatic = "Es befinden keine Daten im Journal!\r\nEine Sicherung ist nicht notwendig!";
+  struct Case {
+    bool interactive, errView;
+    std::string told;
+  };
+  for (const auto& [interactive, errView, told] :
+       {Case{true, true,
+             std::string(
+                 "Vorlix 64: Journal-Datei nicht gefunden!\r\nDatei wird beim nächsten Anruf neu angelegt!"_ansi)},
+        Case{false, false, "Vorlix 64: " + automatic}, Case{false, true, ""}}) {
+    settings.Journal.ErrView = errView;
+    EXPECT_FALSE(Auslagern(interactive));
+    EXPECT_EQ(Box(), told);
+  }
+  store.AddFile(kPath, kText);
+  flags.JournalLoading = true;
+  EXPECT_FALSE(Auslagern(true));
+  EXPECT_EQ(store.Writes() + reloads, 0);
+  EXPECT_EQ(Box(), "");
+}
+
+TEST_F(ArchiveTest, APeriodHas499Archives) {
+  for (int n = 1; n < 499; ++n) {
+    store.AddFile(kFolder + "202403.txt.0" + Padded(n, 2), "old");
+  }
+  store.AddFile(kPath, kText);
+  EXPECT_TRUE(Auslagern(true));
+  EXPECT_EQ(store.Content(kFolder + "202403.txt.0499"), kText);
+  const std::string ask = std::string("\r\nBitte ältere Dateien löschen oder an anderer Stelle sichern!"_ansi);
+  const int writes = store.Writes();
+  EXPECT_FALSE(Auslagern(true));
+  EXPECT_EQ(Box(), "Vorlix 16: Zu viele Journal-Sicherungsdateien!" + ask);
+  EXPECT_FALSE(Auslagern(false));
+  EXPECT_EQ(Box(), "Vorlix 16: Automatische Sicherung fehlgeschlagen!" + ask);
+  EXPECT_EQ(store.Writes(), writes);
+  EXPECT_EQ(Journal(), kText);
+}
+
+TEST_F(ArchiveTest, AFailureLeavesEachLineInTheJournalOrInAnArchive) {
+  const std::string failed = "Vorlix 16: Sicherung fehlgeschlagen!\r\n";
+  const std::string rename = failed + "Umbenennen fehlgeschlagen!";
+  const std::string copy = failed + "Fehler beim Kopieren!";
+  struct Case {
+    bool assumeLast;
+    Op first;
+    int error;
+    std::optional<Op> second;
+    std::string told, journal, archive;
+  };
+  for (const auto& [assumeLast, first, error, second, told, journal, archive] :
+       {Case{false, Op::kRename, EACCES, std::nullopt, rename, kText, ""},
+        Case{false, Op::kRename, EXDEV, std::nullopt, "", "", kText},
+        Case{false, Op::kRename, EXDEV, Op::kCopy, rename, kText, ""},
+        Case{false, Op::kRename, EXDEV, Op::kRemove, rename, kText, ""},
+        Case{true, Op::kRead, EIO, std::nullopt, copy, kText, ""},
+        Case{true, Op::kCopy, ENOSPC, std::nullopt, copy, kText, ""},
+        Case{true, Op::kOverwrite, ENOSPC, std::nullopt, failed + "Fehlermeldung: WriteArrayToFile", kText, kText}}) {
+    settings.Journal.AssumeLast = assumeLast;
+    store.AddFile(kPath, kText);
+    store.Fail(first, error);
+    if (second) store.Fail(*second, EACCES, "Vorlixjournal.txt");
+    EXPECT_EQ(Auslagern(true), told.empty());
+    EXPECT_EQ(Box(), told);
+    EXPECT_EQ(Journal(), journal) << told;
+    EXPECT_EQ(store.Content(kFirst), archive) << told;
+    EXPECT_FALSE(flags.JournalArchiving);
+    store.FailNothing();
+    EXPECT_TRUE(store.Remove(kFirst));
+  }
+  EXPECT_EQ(reloads, 1);
+  EXPECT_NE(ErrorLog().find("modJournal.JournalAuslagern + 28"), std::string::npos) << "what the system said";
+}
+
+TEST_F(ArchiveTest, TheJournalKeepsThePeriodAndAtLeast25Lines) {
+  const std::string old = "29.02.2024\t10:00:00\t0301\t77\t0\t16\t1\t\r\n";
+  const std::string next = "01.04.2024\tno record\r\n";
+  const std::string noDate = std::string("x\0y\tz\r\n", 7);
+  const std::string slashes = "29/02/2024\tx\r\n";
+  struct Case {
+    std::string before, after;
+  };
+  for (const auto& [before, after] :
+       {Case{Many(30, old), Many(25, old)}, Case{Many(10, old), Many(10, old)},
+        Case{Many(30, old) + Many(3, kText), Many(22, old) + Many(3, kText)},
+        Case{Many(5, old) + Many(30, kText) + next, Many(30, kText) + next},
+        Case{"no tab\r\n\r\n" + Many(24, kText) + "\n\r\nno tab\r\n" + next, Many(24, kText) + next},
+        Case{kText + noDate + Many(30, kText), kText + noDate + Many(30, kText)}, Case{kText + noDate, kText + noDate},
+        Case{Many(5, slashes) + Many(25, kText), Many(25, kText)},
+        Case{Many(25, kText) + slashes + Many(25, kText), Many(25, kText)},
+        Case{Many(30, "01.03.2024\tx\n"), Many(30, "01.03.2024\tx\r\n")}, Case{"", ""}}) {
+    store.AddFile(kPath, before);
+    EXPECT_TRUE(Auslagern(false));
+    EXPECT_EQ(Journal(), after);
+    EXPECT_EQ(store.Content(kFirst), before) << "the archive has the kept lines too";
+    EXPECT_EQ(Box(), "Vorlix 64: Die Sicherung erfolgte in " + kFirst);
+    EXPECT_TRUE(store.Remove(kFirst));
+  }
+}
+
+TEST_F(ArchiveTest, ArchivesStayForTwelveMonths) {
+  struct Case {
+    std::string name;
+    bool stays;
+  };
+  const Case cases[] = {{"202302.txt.001", false},
+                        {"199912.txt.0499", false},
+                        {"202303.txt.001", true},
+                        {"202402.txt.001", true},
+                        {"2022", true},
+                        {"20221.txt.001", true},
+                        {"-20221.txt.001", true},
+                        {"notes.txt", true}};
+  for (const Case& file : cases)
+    store.AddFile(kFolder + file.name, "x");
+  store.AddFile(kFolder + "202201/kept.txt", "x");
+  archiver.ClearOldArchives();
+  for (const Case& file : cases)
+    EXPECT_EQ(store.Exists(kFolder + file.name), file.stays) << file.name;
+  EXPECT_TRUE(store.Exists(kFolder + "202201/kept.txt"));
+}
+
+TEST_F(ArchiveTest, WhoeverLooksWhileABoxStandsSeesTheArchiving) {
+  struct : MsgBoxDoor {
+    JournalFlags* flags = nullptr;
+    bool seen = false;
+    MsgBoxAnswer Show(std::string_view, int, std::string_view, bool modal) override {
+      seen = flags->JournalArchiving && modal;
+      return MsgBoxAnswer::kOk;
+    }
+  } door;
+  door.flags = &flags;
+  modAll_MsgBox modalBoxes(door);
+  JournalArchiver own({files, folders, clock, settings, modalBoxes, flags, {}});
+  EXPECT_FALSE(own.JournalAuslagern(true, "202403", false));
+  EXPECT_TRUE(door.seen);
+  EXPECT_FALSE(flags.JournalArchiving);
+}
+
+}  // namespace
+}  // namespace vorlix
