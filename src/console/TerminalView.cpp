@@ -1,10 +1,11 @@
 #include "console/TerminalView.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <iostream>
 #include <poll.h>
 #include <unistd.h>
+#include <utility>
 
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
@@ -16,6 +17,8 @@ namespace {
 constexpr std::size_t kMostWaiting = 256 * 1024;
 // What a pipe that calls itself writable takes without blocking.
 constexpr std::size_t kPortion = 4096;
+// Nobody types a longer line.
+constexpr std::size_t kMostTyped = 4096;
 constexpr int kPatience = 250;  // milliseconds
 
 }  // namespace
@@ -41,9 +44,61 @@ MsgBoxAnswer TerminalView::Show(std::string_view text, int style, std::string_vi
 std::optional<std::string> TerminalView::Ask(const std::string& question, const std::string& fallback) {
   Write(question + (fallback.empty() ? "" : " [" + fallback + "]") + ": ");
   std::string answer;
-  if (!std::getline(std::cin, answer)) return std::nullopt;
+  isAsking_ = true;
+  const bool answered = AwaitLine(answer);
+  isAsking_ = false;
+  if (!answered) {
+    Write("\n");
+    return std::nullopt;
+  }
   const std::string text(Trim(WithoutControls(FromUtf8(answer))));
   return text.empty() ? fallback : text;
+}
+
+// A last line may lack its end.
+bool TerminalView::AwaitLine(std::string& line) {
+  std::size_t end = 0;
+  while ((end = typed_.find('\n')) == std::string::npos) {
+    if (!IsReadable()) {
+      if (wait_ && !wait_()) return false;
+    } else if (!ReadTyped()) {
+      line = std::exchange(typed_, {});
+      return !line.empty();
+    }
+  }
+  line = typed_.substr(0, end);
+  typed_.erase(0, end + 1);
+  return true;
+}
+
+bool TerminalView::TakeTyped(const std::function<void(const std::string&)>& take) {
+  // A command lets the loop run, and what is typed then must wait for its turn.
+  if (isAsking_ || isTaking_) return true;
+  const bool goesOn = ReadTyped();
+  if (!goesOn && !typed_.empty()) typed_ += '\n';
+  isTaking_ = true;
+  for (std::size_t end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
+    const std::string line = FromUtf8(typed_.substr(0, end));
+    typed_.erase(0, end + 1);
+    take(line);
+  }
+  isTaking_ = false;
+  if (typed_.size() > kMostTyped) typed_.clear();
+  return goesOn;
+}
+
+bool TerminalView::IsReadable() const {
+  pollfd wanted{input_, POLLIN, 0};
+  return poll(&wanted, 1, wait_ ? 0 : -1) > 0;
+}
+
+// False at the end of the input.
+bool TerminalView::ReadTyped() {
+  std::array<char, 4096> buffer;
+  const ssize_t got = read(input_, buffer.data(), buffer.size());
+  if (got < 0) return errno == EINTR || errno == EAGAIN;
+  typed_.append(buffer.data(), static_cast<std::size_t>(got));
+  return got > 0;
 }
 
 void TerminalView::Tell(const std::string& text) {

@@ -1,5 +1,6 @@
 #include "screens/CallFeed.h"
 
+#include "screens/call_texts.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -10,20 +11,6 @@ namespace vorlix {
 namespace {
 
 constexpr std::size_t kWhatWidth = 12;
-
-// The caller, or the number dialled, as the user knows it.
-std::string PartyOf(const oDataCall& call) {
-  const std::string& number = call.VW_FormatedFull().empty() ? call.DataNumber() : call.VW_FormatedFull();
-  return call.NameMode == 1 ? call.Name() + " (" + number + ")" : number;
-}
-
-std::string OwnNumberOf(const oDataCall& call) {
-  return call.MSNAlias.empty() || call.MSNAlias == call.MSN ? call.MSN : call.MSNAlias + " (" + call.MSN + ")";
-}
-
-std::string PeriodText(std::int32_t seconds) {
-  return std::to_string(seconds / 3600) + ":" + Padded(seconds / 60 % 60, 2) + ":" + Padded(seconds % 60, 2);
-}
 
 std::string StateText(const LineStates& states) {
   struct Row {
@@ -60,9 +47,9 @@ void CallFeed::DisplayUpdate(bool) {
     for (const auto& entry : ports_.state.ActiveCallList.GetCollection()) {
       const auto call = ports_.state.ActiveCallList.ItemByKeyAs<oDataCall>(entry.key);
       if (!call) continue;
-      const auto [shown, isNew] = shown_.try_emplace(call->PLCI, call->CallDateTime);
-      if (!isNew && shown->second == call->CallDateTime) continue;
-      shown->second = call->CallDateTime;
+      const auto [shown, isNew] = shown_.try_emplace(call->PLCI);
+      if (!isNew && shown->second.rang == call->CallDateTime) continue;
+      shown->second = {call->CallDateTime, PartyOf(*call)};
       ShowRing(*call);
     }
   });
@@ -77,7 +64,7 @@ void CallFeed::MarkBlocked(std::int32_t, const std::string&) {
 }
 
 void CallFeed::OnDialled(const oDataCall& call) {
-  shown_[call.PLCI] = call.CallDateTime;
+  shown_[call.PLCI] = {call.CallDateTime, PartyOf(call)};
   Show(LoadLangKey("Console_String_Dialled", "Gewählt"_ansi),
        PartyOf(call) + " " + LoadLangKey("Console_Label_From", "von"_ansi) + " " + OwnNumberOf(call));
 }
@@ -95,6 +82,11 @@ void CallFeed::OnEnded(const oDataCall& call) {
   } else {
     Show(LoadLangKey("Console_String_NotReached", "Erfolglos"_ansi), PartyOf(call));
   }
+}
+
+void CallFeed::OnOver(std::int32_t PLCI) {
+  const auto ended = shown_.extract(PLCI);
+  if (ended) Show(LoadLangKey("Console_String_Ended", "Beendet"_ansi), ended.mapped().party);
 }
 
 void CallFeed::ShowState(const std::string& text) {

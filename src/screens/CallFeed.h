@@ -8,6 +8,7 @@
 
 #include "core/CallPipeline.h"
 #include "core/call_watch.h"
+#include "screens/LineStates.h"
 #include "services/DateTime.h"
 
 namespace vorlix {
@@ -17,21 +18,6 @@ class CallFeedView {
   virtual ~CallFeedView() = default;
   // One finished line, without line end and without control characters.
   virtual void ShowLine(const std::string& line) = 0;
-};
-
-// The sources in use and how they stand.
-struct LineStates {
-  struct One {
-    bool used = false;
-    bool up = false;
-  };
-  One CAPI, AVM, NCID;
-};
-
-class LineStateSource {
- public:
-  virtual ~LineStateSource() = default;
-  virtual LineStates Read() const = 0;
 };
 
 class CallFeed : public CallDisplay, public CallWatch {
@@ -61,6 +47,7 @@ class CallFeed : public CallDisplay, public CallWatch {
   void OnDialled(const oDataCall& call) override;
   void OnAnswered(const oDataCall& call) override;
   void OnEnded(const oDataCall& call) override;
+  void OnOver(std::int32_t PLCI) override;
 
  private:
   void ShowState(const std::string& text);
@@ -69,8 +56,13 @@ class CallFeed : public CallDisplay, public CallWatch {
 
   Ports ports_;
   std::string shownState_;
+  struct Shown {
+    DateTime rang;
+    std::string party;
+  };
+
   // Calls whose ring was shown and whose end was not: what is hidden stays hidden to its end.
-  std::map<std::int32_t, DateTime> shown_;
+  std::map<std::int32_t, Shown> shown_;
 };
 
 }  // namespace vorlix

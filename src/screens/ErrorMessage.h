@@ -20,8 +20,8 @@ class ErrorMessage {
     const Settings& settings;
     modSettings& store;
     modAll_MsgBox& messages;
-    // Starts a program with one argument.
-    std::function<void(const std::string& file, const std::string& argument)> start;
+    // Starts a program with one argument; false when it is not there.
+    std::function<bool(const std::string& file, const std::string& argument)> start;
     // Manufacturer and version of the driver, "maker/1.0"; empty where none is in use.
     std::function<std::string()> driver;
   };
@@ -35,6 +35,7 @@ class ErrorMessage {
  private:
   bool Ask(int lines);
   void SendReport();
+  std::string ReportProgram() const;
 
   Ports ports_;
 };

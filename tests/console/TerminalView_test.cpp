@@ -48,5 +48,41 @@ TEST_F(TerminalViewTest, APausedTerminalDoesNotHoldTheProgramAndShowsTheLatestAf
   EXPECT_TRUE(shown.ends_with("on\n"));
 }
 
+TEST_F(TerminalViewTest, WhatWaitedIsShownByAFlushWithoutAnotherLine) {
+  TerminalView view(ends[1]);
+  view.ShowLine(std::string(100'000, 'x'));
+  Taken();
+  view.ShowLine("last");
+  for (int i = 0; i < 3; ++i)
+    view.Flush();
+  EXPECT_TRUE(Taken().ends_with("last\n"));
+}
+
+TEST_F(TerminalViewTest, AQuestionLetsTheProgramRunAndIsGivenUpWhenItCloses) {
+  int typed[2];
+  ASSERT_EQ(pipe2(typed, O_CLOEXEC), 0);
+  TerminalView view(ends[1], typed[0]);
+  int waits = 0;
+  const auto type = [&](std::string_view text) {
+    EXPECT_EQ(write(typed[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+  };
+  view.WaitWith([&] {
+    if (++waits == 2) type("b\xC3\xA4");
+    if (waits == 3) type(" \x1B\nnext\n\n");
+    return waits < 4;
+  });
+  EXPECT_EQ(view.Ask("Ort", "x"), "b\xE4");
+  EXPECT_EQ(waits, 3);
+  EXPECT_EQ(view.Ask("Ort", "x"), "next");  // was typed ahead
+  EXPECT_EQ(view.Ask("Ort", "x"), "x");
+  EXPECT_EQ(view.Ask("Ort", "x"), std::nullopt);
+  EXPECT_EQ(waits, 4);
+  type("no end");
+  close(typed[1]);
+  EXPECT_EQ(view.Ask("Ort", "x"), "no end");
+  EXPECT_EQ(view.Ask("Ort", "x"), std::nullopt);
+  close(typed[0]);
+}
+
 }  // namespace
 }  // namespace vorlix

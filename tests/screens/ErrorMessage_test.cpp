@@ -20,10 +20,13 @@ class ErrorMessageTest : public testing::Test, protected DataRoom {
   Settings settings;
   modSettings module{{ini, store, folders, clock, messages, {}}, settings};
   std::vector<std::string> started;
-  ErrorMessage dialog{
-      {files, folders, settings, module, messages,
-       [this](const std::string& file, const std::string& argument) { started.push_back(file + " " + argument); },
-       [] { return std::string("maker/2.0"); }}};
+  bool canStart = true;
+  ErrorMessage dialog{{files, folders, settings, module, messages,
+                       [this](const std::string& file, const std::string& argument) {
+                         started.push_back(file + " " + argument);
+                         return canStart;
+                       },
+                       [] { return std::string("maker/2.0"); }}};
 };
 
 TEST_F(ErrorMessageTest, AsksOnlyWhenWantedWithEnoughErrorsAndAReportProgram) {
@@ -43,11 +46,16 @@ TEST_F(ErrorMessageTest, AsksOnlyWhenWantedWithEnoughErrorsAndAReportProgram) {
   ASSERT_EQ(boxes.shown.size(), 1u);
   EXPECT_THAT(boxes.shown[0], HasSubstr("Vorlix - Fehlerbehandlung"));
   EXPECT_THAT(boxes.shown[0], HasSubstr(" 20 "));
+  EXPECT_THAT(boxes.shown[0], HasSubstr("[ErrorMessage] Show=0, /vorlix/data/Vorlix.ini"));
   EXPECT_EQ(ini.GetSettLng("General", "ErrorCount", 0), 10);
   EXPECT_TRUE(started.empty());
   boxes.answer = MsgBoxAnswer::kYes;
   dialog.Check();
   EXPECT_THAT(started, testing::ElementsAre("/program/errorreport mode=1|user=|mail=|ver=3.0|hw=(CAPI:maker/2.0)"));
+  EXPECT_EQ(boxes.shown.size(), 2u);
+  canStart = false;
+  dialog.Check();
+  EXPECT_THAT(boxes.shown.back(), HasSubstr("Datei nicht gefunden!\r\n/program/errorreport"));
 }
 
 }  // namespace

@@ -1,0 +1,80 @@
+// Rings the running program without a line: forges the very message that the active source would deliver and hands it
+// to that source's own routine. While the simulation is open no real call of any source is seen.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "core/pipeline_ports.h"
+#include "data/Settings.h"
+#include "services/DateTime.h"
+
+namespace vorlix {
+
+class fSimulation : public SimulationWindow {
+ public:
+  static constexpr int kSlots = 16;
+
+  // What a simulated message of the driver is about.
+  struct Call {
+    std::string DataNumber;
+    std::string MSN;
+    std::int32_t PLCI = 0;
+  };
+
+  struct Ports {
+    const CivilClock& clock;
+    const Settings& settings;
+    OwnNumbers& ownNumbers;
+    // The receiving routines of the three sources. Event 0 is a ring, 2 the end of a call.
+    std::function<void(int event)> CAPI_GetMessage;
+    std::function<void(const std::string& line)> AVM_GetMessage;
+    std::function<void(const std::string& line)> NCID_GetMessage;
+    std::function<int()> countBChannels;
+    std::function<void()> resetDisplay;
+  };
+
+  // All ports must outlive the object.
+  explicit fSimulation(Ports ports) : ports_(std::move(ports)) {}
+
+  void Form_Load();
+  // Ends every simulated call, resets the display and lets real calls through again.
+  void cmdCancel_Click();
+
+  // The own number that is proposed: the first of the table that has one.
+  std::string ProposedMSN();
+
+  // Rings: `number` as typed behind the prefix, which is that of a national or of a foreign call. False when all lines
+  // are in use.
+  bool cmdSim_Click(const std::string& number, const std::string& MSN, bool isNational);
+  // Whether a further call can be made.
+  bool CanRing() const { return FreeSlot() >= 0; }
+  // What a slot's line shows; empty for a free one.
+  const std::string& Label(int slot) const { return slots_.at(static_cast<std::size_t>(slot)).label; }
+
+  bool IsOpen() override { return SimulationOpen_; }
+  void cmdTrennen_Click(std::int32_t slot) override;
+
+  // The call that the next message of the driver is about.
+  const Call& GetSimulationsData() const { return current_; }
+
+ private:
+  struct Slot {
+    bool used = false;
+    std::string label;
+  };
+
+  int FreeSlot() const;
+  void Forge(const Call& call);
+  void ForgeEnd();
+  std::string Stamp() const;
+
+  Ports ports_;
+  bool SimulationOpen_ = false;
+  std::array<Slot, kSlots> slots_;
+  Call current_;
+};
+
+}  // namespace vorlix
