@@ -11,16 +11,16 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   CommandLine line;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string argument = FromUtf8(arguments[i]);
-    if (argument == "--console") {
-      line.console = true;
-    } else if (argument == "--help" || argument == "-h") {
+    // The terminal is the only screen so far; the word chooses it where there is a desktop too.
+    if (argument == "--console") continue;
+    if (argument == "--help" || argument == "-h") {
       line.help = true;
     } else if (argument == "--version") {
       line.version = true;
     } else if (argument.starts_with("--data=")) {
-      line.dataFolder = argument.substr(7);
+      line.dataFolder = arguments[i].substr(7);
     } else if (argument == "--data" && i + 1 < arguments.size()) {
-      line.dataFolder = FromUtf8(arguments[++i]);
+      line.dataFolder = arguments[++i];
     } else if (argument.starts_with("-")) {
       line.error = LoadLangKey("CommandLine_Msg_Unknown", "Unbekannte oder unvollständige Option:"_ansi) + " " +
                    WithoutControls(argument);

@@ -7,8 +7,6 @@ PipelineOptions PipelineSettings::Read() const {
   const auto& sound = settings_.Sound;
   PipelineOptions options;
   options.CallMode_CAPI = general.CallMode_CAPI;
-  options.CallMode_AVM = general.CallMode_AVM;
-  options.CallMode_NCID = general.CallMode_NCID;
   options.SimWrite = general.SimWrite;
   options.RejectedCallsDontShow = general.RejectedCallsDontShow;
   options.RejectedCallsDontBatch = general.RejectedCallsDontBatch;
@@ -51,6 +49,7 @@ LineOptions LineSettings::Read() const {
   return {.CallMode_CAPI = general.CallMode_CAPI,
           .AVM_SaveOutgoingCalls = general.AVM_SaveOutgoingCalls,
           .DebugAVM = general.DebugAVM,
+          .DebugNCID = general.DebugNCID,
           .SpezialCuttNull = general.SpezialCuttNull,
           .NoIntern = general.NoIntern,
           .MSNLO = general.MSNLO,

@@ -1,7 +1,9 @@
 #include "app/fMain.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "app/SystemFolders.h"
 #include "core/CommandLineWords.h"
 #include "data/modDirectories.h"
 #include "services/ansi.h"
@@ -13,7 +15,6 @@ namespace vorlix {
 
 fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surroundings)
     : system_(system),
-      line_(line),
       startedByAuto_(HasWord(line.words, "auto")),
       startedByRestart_(HasWord(line.words, "restart")),
       folders_(system.files, std::move(surroundings)),
@@ -25,25 +26,39 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       settingsStore_({ini_, system.files, folders_, system.loop.GetClock(), messages_,
                       [this](const std::string& path) { files_.FileMakeBackup(path, 1); }},
                      settings_),
-      journal_({files_, folders_, blocks_, system.loop.GetClock(), numbers_, archive_, names_,
+      known_({system.loop, system.files, files_, folders_, ini_, blocks_, settings_, settingsStore_, messages_,
+              simulation_}),
+      journal_({files_, folders_, blocks_, system.loop.GetClock(), known_.numbers, known_.archive, known_.journalNames,
                 [this] { return settings_.General.BackupCount; }}),
       timers_(system.loop),
       pipelineSettings_(settings_, folders_.BookRefresh(), startedByAuto_),
       lineSettings_(settings_),
       sourceStates_(settings_, helpers_),
-      display_({system.terminal, system.loop.GetClock(), state_, sourceStates_, blocking_}),
+      display_({system.terminal, system.loop.GetClock(), state_, sourceStates_, known_.blocking}),
       pipeline_(Ports(), state_),
       helpers_({system.link, system.processes, system.files, pipeline_, state_}, folders_.ProgramFolder()),
-      router_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, numbers_, ownNumbers_, book_, journal_,
-               journalWindow_, newCallsWindow_, prefixInput_, simulation_, display_}),
-      errorMessage_(
-          {files_,
-           folders_,
-           settings_,
-           settingsStore_,
-           messages_,
-           [this](const std::string& file, const std::string& argument) { system_.processes.Start(file, {argument}); },
-           {}}),
+      router_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, known_.numbers, known_.ownNumbers, known_.book,
+               journal_, journalWindow_, newCallsWindow_, prefixInput_, simulation_, display_}),
+      ncid_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, known_.numbers, known_.ownNumbers, prefixInput_,
+             simulation_, display_}),
+      prefixInput_({system.terminal, [] { return TerminalView::IsInteractive(); }, settings_, ini_,
+                    [this] { known_.ReloadTables(); }}),
+      simulation_({system.loop.GetClock(), settings_, known_.ownNumbers, [](int) {},
+                   [this](const std::string& text) { router_.AVM_GetMessage(text, true); },
+                   [this](const std::string& text) { ncid_.NCID_GetMessage(text, true); }, [] { return 0; },
+                   [this] { display_.DisplayUpdate(false); }}),
+      commands_({system.terminal, known_.numbers, known_.ownNumbers, known_.book, known_.blocking, simulation_,
+                 [this](std::size_t count) { return NewestCalls(count); },
+                 [this]() -> const clsCollection& { return known_.book.BookCollection(); }}),
+      errorMessage_({files_,
+                     folders_,
+                     settings_,
+                     settingsStore_,
+                     messages_,
+                     [this](const std::string& file, const std::string& argument) {
+                       return system_.processes.Start(file, {argument});
+                     },
+                     {}}),
       clock_(system.loop.GetClock(), timers_, Jobs()),
       startUp_(system.loop),
       shutDown_(timers_, state_) {
@@ -53,6 +68,12 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
   });
   ErrorHandling().TraceInfoMessage(true);
   helpers_.Bind(kSourceAVM, router_);
+  helpers_.Bind(kSourceNCID, ncid_);
+  timers_.tmFileWatch->SetTick([this] { known_.book.tmFileWatch_Timer(); });
+  system_.terminal.WaitWith([this] {
+    system_.loop.WaitPending(std::chrono::seconds(1));
+    return !state_.ExitInProgress;
+  });
   AttachStartUp();
   AttachShutDown();
 }
@@ -62,40 +83,41 @@ fMain::~fMain() {
 }
 
 PipelinePorts fMain::Ports() {
-  return {system_.loop,   timers_,         pipelineSettings_, messages_,   numbers_, ownNumbers_,
-          book_,          teleControl_,    blocking_,         schedules_,  copy_,    journal_,
-          exports_,       mail_,           programs_,         search_,     display_, balloon_,
-          journalWindow_, newCallsWindow_, maxiDisplay_,      cardWindow_, sound_,   maps_,
+  return {system_.loop,   timers_,         pipelineSettings_, messages_,        known_.numbers, known_.ownNumbers,
+          known_.book,    teleControl_,    known_.blocking,   known_.schedules, copy_,          journal_,
+          exports_,       mail_,           programs_,         search_,          display_,       balloon_,
+          journalWindow_, newCallsWindow_, maxiDisplay_,      cardWindow_,      sound_,         maps_,
           capi_,          prefixInput_,    simulation_};
 }
 
 ClockJobs fMain::Jobs() {
   ClockJobs jobs;
   jobs.options = [this] { return ClockSettings(settings_); };
+  jobs.everySecond.emplace_back([this] { ncid_.TimerTick(); });
+  jobs.everySecond.emplace_back([this] { commands_.TimerTick(); });
   jobs.everySecond.emplace_back([this] { helpers_.TimerTick(); });
-  // A copy started with "restart" has taken this one's place.
-  jobs.everySecond.emplace_back([this] {
-    if (!system_.link.OwnsEndpoint()) Close(UnloadReason::kUser);
-  });
+  jobs.everySecond.emplace_back([this] { GiveWayToOtherCopy(); });
+  jobs.everySecond.emplace_back([this] { system_.terminal.Flush(); });
   jobs.storeJournalDate = [this](const std::string& date) { settingsStore_.SaveJournalDate(date); };
-  jobs.archiveJournal = [this](const std::string& period) { archive_.JournalAuslagern(false, period, false); };
+  known_.Attach(jobs);
   jobs.checkErrorReport = [this] { errorMessage_.Check(); };
   jobs.isBookWatched = [this] { return folders_.BookRefresh(); };
   return jobs;
 }
 
 void fMain::AttachStartUp() {
-  startUp_.On(StartPhase::kPaths, [this] { return CheckPaths(); });
+  known_.Attach(startUp_);
   startUp_.On(StartPhase::kOtherCopy, [this] { return OpenEndpoint(); });
-  startUp_.On(StartPhase::kClosingAlready,
-              [this] { return state_.ExitInProgress ? StartResult::kEnd : StartResult::kGoOn; });
+  startUp_.Do(StartPhase::kPaths, [this] { ReadSwitches(); });
+  startUp_.On(StartPhase::kClosingAlready, [this] { return EndIfClosing(); });
   startUp_.Do(StartPhase::kGlobalLanguage, [this] { LoadLanguage(); });
   startUp_.Do(StartPhase::kCheckDirectories, [this] {
     CheckDirectories(system_.files, folders_, messages_);
     checkWritten_ = settingsStore_.WriteCheck();
   });
   startUp_.When(StartPhase::kFirstStart, [this] { return settingsStore_.IsFirstStart(); });
-  startUp_.Do(StartPhase::kFirstStart, [this] { AskFirstStart(); });
+  startUp_.On(StartPhase::kFirstStart, [this] { return FirstStartPhase(); });
+  startUp_.Do(StartPhase::kCheckReverseOfJournal, [this] { journal_.CheckReverseOfJournal(); });
   startUp_.Do(StartPhase::kLoadTAPIData, [this] { settingsStore_.LoadTAPIData(); });
   startUp_.Do(StartPhase::kLoadSetting, [this] { LoadSettings(); });
   startUp_.Do(StartPhase::kFileBackup, [this] { BackupFiles(); });
@@ -113,9 +135,11 @@ void fMain::AttachStartUp() {
 }
 
 void fMain::AttachShutDown() {
+  shutDown_.On(UnloadStep::kSaveAreaBuffer, [this](UnloadReason) { known_.numbers.SpeedBuffer_OVW_Save(); });
   shutDown_.On(UnloadStep::kSaveSettings, [this](UnloadReason) { settingsStore_.SaveSettings_Self(); });
   shutDown_.On(UnloadStep::kTerminateHelpers, [this](UnloadReason) { helpers_.Socket_Proc_Terminate(); });
   shutDown_.On(UnloadStep::kStopTimers, [this](UnloadReason) { timers_.DisableAll(); });
+  shutDown_.On(UnloadStep::kUnloadForms, [this](UnloadReason) { system_.terminal.Flush(); });
   shutDown_.On(UnloadStep::kEndSession, [this](UnloadReason) { files_.SetSession(false); });
   shutDown_.On(UnloadStep::kUnloadClasses, [this](UnloadReason) {
     system_.link.Close();
@@ -123,21 +147,42 @@ void fMain::AttachShutDown() {
   });
 }
 
-StartResult fMain::CheckPaths() {
-  if (folders_.ProgramData().empty() || folders_.ProgramFolder().empty()) {
-    messages_.MsgBoxForward(LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi),
-                            kMsgError);
-    return StartResult::kEnd;
-  }
-  ErrorHandling().Switches = LoadSpecSwitches(ini_, folders_).Debug;
-  if (!folders_.Notice().empty()) messages_.MsgBoxForward(folders_.Notice(), kMsgWarning);
-  return StartResult::kGoOn;
-}
-
 // One copy for each data folder: the endpoint's name is made of the folder's.
 StartResult fMain::OpenEndpoint() {
-  const bool open = system_.link.Open(HandleForText(folders_.ProgramData()), helpers_, startedByRestart_);
-  return open ? StartResult::kGoOn : StartResult::kEnd;
+  if (folders_.ProgramData().empty() || folders_.ProgramFolder().empty()) {
+    return Fail(LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi));
+  }
+  const WindowHandle handle = HandleForText(CanonicalFolder(folders_.ProgramData()));
+  const LinkOpening opening = system_.link.Open(handle, helpers_, startedByRestart_);
+  if (opening) return StartResult::kGoOn;
+  if (opening.state == LinkOpening::State::kInUse) return StartResult::kEnd;
+  ErrorHandling().ErrorLogForceWrite("fMain.OpenEndpoint", {handle}, 0, opening.reason);
+  return Fail(
+      LoadLangKey("Message_ErrorEndpoint", "Die Verbindung für die Hilfsprogramme kann nicht angelegt werden:"_ansi) +
+      " " + opening.reason);
+}
+
+StartResult fMain::Fail(const std::string& message) {
+  exitStatus_ = 1;
+  messages_.MsgBoxForward(message, kMsgError);
+  return StartResult::kEnd;
+}
+
+void fMain::ReadSwitches() {
+  ErrorHandling().Switches = LoadSpecSwitches(ini_, folders_).Debug;
+  if (!folders_.Notice().empty()) messages_.MsgBoxForward(folders_.Notice(), kMsgWarning);
+}
+
+// A copy started with "restart" has taken this one's place.
+void fMain::GiveWayToOtherCopy() {
+  if (state_.ExitInProgress || system_.link.OwnsEndpoint()) return;
+  ErrorHandling().LogDebug_Temp("Another copy has taken over, this one ends");
+  Close(UnloadReason::kUser);
+}
+
+StartResult fMain::FirstStartPhase() {
+  AskFirstStart();
+  return EndIfClosing();
 }
 
 void fMain::AskFirstStart() {
@@ -148,8 +193,10 @@ void fMain::AskFirstStart() {
       SaveFirstStart(*answers);
       return;
     }
+    if (state_.ExitInProgress) return;
   }
   settingsStore_.SaveSettings_Config();
+  settingsStore_.SaveVersion();
   settingsStore_.SaveSettings_AVM();
   system_.terminal.Tell(
       LoadLangKey("FirstStart_Info_EditFile",
@@ -186,6 +233,7 @@ void fMain::LoadLanguage() {
 
 void fMain::LoadSettings() {
   settingsStore_.LoadSetting();
+  known_.schedules.LoadTimeSettings();
   settingsStore_.CheckConfigFile(checkWritten_, settings_.FileCheck.Check);
 }
 
@@ -215,6 +263,19 @@ void fMain::RegisterSource(int source, bool& mode) {
   mode = false;
   ErrorHandling().ErrorLogForceWrite("modProcMessage.Socket_Proc_Init", {source});
   display_.DisplayUpdate(false);
+}
+
+TypedCommands::Calls fMain::NewestCalls(std::size_t count) {
+  auto calls = journal_.ReadJournal(journal_.JournalPath(), true).value_or(TypedCommands::Calls());
+  calls.resize(std::min(calls.size(), count));
+  for (const auto& call : calls) {
+    known_.journalNames.Fill(*call);
+  }
+  return calls;
+}
+
+bool fMain::TakeTyped() {
+  return system_.terminal.TakeTyped([this](const std::string& line) { commands_.Run(line); });
 }
 
 // A helper tells soon how its line stands; without one there is nothing to wait for.

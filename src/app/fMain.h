@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/CommandLine.h"
+#include "app/KnownNumbers.h"
 #include "app/SettingsSwitches.h"
 #include "console/TerminalView.h"
 #include "core/CallPipeline.h"
@@ -20,9 +21,13 @@
 #include "data/modJournal.h"
 #include "data/modSettings.h"
 #include "lines/AVM_monitor.h"
+#include "lines/NCID_monitor.h"
 #include "lines/modProcMessage.h"
 #include "platform/Processes.h"
 #include "screens/ErrorMessage.h"
+#include "screens/TypedCommands.h"
+#include "screens/fInputVorwahl.h"
+#include "screens/fSimulation.h"
 #include "services/modAll_MsgBox.h"
 
 namespace vorlix {
@@ -47,6 +52,10 @@ class fMain {
 
   // Brings everything up; false when the program is to end at once.
   bool Form_Load() { return startUp_.Run(); }
+  // What the process ends with: 1 when the start failed. A second copy that gives way has not failed.
+  int ExitStatus() const { return exitStatus_; }
+  // Reads what was typed; false when nothing more will come.
+  bool TakeTyped();
   // Closes the program from the loop.
   void Close(UnloadReason reason) { shutDown_.Request(reason); }
 
@@ -57,7 +66,10 @@ class fMain {
   void AttachShutDown();
 
   StartResult OpenEndpoint();
-  StartResult CheckPaths();
+  StartResult Fail(const std::string& message);
+  void ReadSwitches();
+  StartResult EndIfClosing() const { return state_.ExitInProgress ? StartResult::kEnd : StartResult::kGoOn; }
+  StartResult FirstStartPhase();
   void AskFirstStart();
   void SaveFirstStart(const FirstStartAnswers& answers);
   void LoadLanguage();
@@ -66,11 +78,13 @@ class fMain {
   StartResult InitWait();
   void RegisterSource(int source, bool& mode);
   void ShowFirstState();
+  TypedCommands::Calls NewestCalls(std::size_t count);
+  void GiveWayToOtherCopy();
 
   System system_;
-  CommandLine line_;
   bool startedByAuto_;
   bool startedByRestart_;
+  int exitStatus_ = 0;
 
   Folders folders_;
   WriteBlocks blocks_;
@@ -83,12 +97,8 @@ class fMain {
   modSettings settingsStore_;
   std::string checkWritten_;
 
-  PlainNumbers numbers_;
-  NoOwnNumbers ownNumbers_;
-  NoPhoneBook book_;
+  KnownNumbers known_;
   NoTeleControl teleControl_;
-  NoBlocking blocking_;
-  NoSchedules schedules_;
   NoCallCopy copy_;
   NoExportStarter exports_;
   NoMailQueue mail_;
@@ -102,10 +112,6 @@ class fMain {
   NoSound sound_;
   NoMaps maps_;
   NoCapiLine capi_;
-  NoPrefixInput prefixInput_;
-  NoSimulationWindow simulation_;
-  NoJournalArchive archive_;
-  NoJournalNames names_;
 
   modJournal journal_;
   MainTimers timers_;
@@ -117,6 +123,10 @@ class fMain {
   CallPipeline pipeline_;
   modProcMessage helpers_;
   AVM_monitor router_;
+  NCID_monitor ncid_;
+  fInputVorwahl prefixInput_;
+  fSimulation simulation_;
+  TypedCommands commands_;
   ErrorMessage errorMessage_;
   ProgramClock clock_;
   StartUp startUp_;

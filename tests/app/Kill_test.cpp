@@ -14,10 +14,10 @@ namespace {
 
 // Numbers whose end the program has reported: it reports after the journal was written.
 std::set<std::string> Reported(const std::string& output) {
-  static const std::regex kEnd("(?:Entgangen|Beendet)  +(\\d+)[^\\n]*\\n");
+  static const std::regex kEnd("(?:Entgangen|Beendet)  +Mobilfunk (0171) (\\d+)[^\\n]*\\n");
   std::set<std::string> numbers;
   for (std::sregex_iterator match(output.begin(), output.end(), kEnd), end; match != end; ++match) {
-    numbers.insert((*match)[1]);
+    numbers.insert((*match)[1].str() + (*match)[2].str());
   }
   return numbers;
 }

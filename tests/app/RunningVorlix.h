@@ -2,40 +2,25 @@
 #pragma once
 
 #include <chrono>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <poll.h>
+#include <regex>
 #include <signal.h>
 #include <sstream>
-#include <stdlib.h>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
+#include "fakes/TemporaryFolder.h"
+
 namespace vorlix {
 
-// A folder below the temp folder that goes with the object.
-class TempFolder {
- public:
-  TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "vorlix-test-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-  }
-  ~TempFolder() {
-    std::error_code ignored;
-    std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
-    std::filesystem::remove_all(path_, ignored);
-  }
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
+using TempFolder = TemporaryFolder;
 
 inline std::string FileText(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
@@ -47,6 +32,14 @@ inline std::string FileText(const std::string& path) {
 inline void WriteFile(const std::string& path, const std::string& text) {
   std::filesystem::create_directories(std::filesystem::path(path).parent_path());
   std::ofstream(path, std::ios::binary) << text;
+}
+
+// A journal whose incoming calls carry the moment of the test: their date and time become "<now>".
+inline std::string WithoutNow(const std::string& journal) {
+  char today[16];
+  const std::time_t now = std::time(nullptr);
+  std::strftime(today, sizeof today, "%d.%m.%Y", std::localtime(&now));
+  return std::regex_replace(journal, std::regex(std::string(today) + "\t\\d\\d:\\d\\d:\\d\\d\t"), "<now>\t");
 }
 
 class RunningVorlix {
@@ -138,7 +131,7 @@ class RunningVorlix {
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
       const std::string name = entry.path().filename();
       if (name.find_first_not_of("0123456789") != std::string::npos) continue;
-      if (!FileText("/proc/" + name + "/cmdline").starts_with(std::string(VORLIX_BIN) + "/SocketAVM")) continue;
+      if (!FileText("/proc/" + name + "/cmdline").starts_with(std::string(VORLIX_BIN) + "/Socket")) continue;
       if (FileText("/proc/" + name + "/environ").find("VORLIX_DATA=" + folder_ + '\0') == std::string::npos) continue;
       found.push_back(std::stoi(name));
     }

@@ -56,11 +56,12 @@ TEST_F(MainProgramLinkTest, GivesItsLifeSignAtOnceAndOftenEnoughForTheWatchdog) 
   EXPECT_THAT(reasons, IsEmpty());
 }
 
-TEST_F(MainProgramLinkTest, LeavesWhenThereIsNoMoreReasonToRun) {
+TEST_F(MainProgramLinkTest, LeavesForGoodWhenThereIsNoMoreReasonToRun) {
   struct Row {
-    const char* happens;  // in each life sign's time: nothing '.', the main program is deaf 'd' or mute 'm', another
-                          // instance has the name 'o'
-    const char* reason;   // empty: it stays
+    // Before each life sign: nothing '.', the main program is deaf 'd', mute 'm' or ends 'g', tells to end 'e', other
+    // words 'w' come, another process ends 'p', another instance takes the name 'o', also just before a line 't'.
+    std::string happens;
+    std::string reason;  // empty: it stays
   };
   const Row rows[] = {
       {"dd", "the main program is gone"},
@@ -68,55 +69,38 @@ TEST_F(MainProgramLinkTest, LeavesWhenThereIsNoMoreReasonToRun) {
       {"mmmmmmmm", "the main program does not answer"},
       {"mmmmmm.mmmmmm", ""},
       {"..o", "another instance has taken over"},
+      {"t", "another instance has taken over"},
+      {"wp.", ""},
+      {"e", "told to end"},
+      {"g", "the main program is gone"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.happens);
     reasons.clear();
     MainProgramLink one(link, reactor, kMain, kSource, Leave());
     ASSERT_TRUE(one.Start());
-    for (const char now : std::string(row.happens)) {
+    for (const char now : row.happens) {
       mainHears = now != 'd';
       mainAnswers = now != 'm';
-      link.ownsEndpoint = now != 'o';
+      link.ownsEndpoint = now != 'o' && now != 't';
+      if (now == 't') one.Tell(kHelperLine, "is the other's");
+      if (now == 'g' || now == 'p') link.LosePeer(now == 'g' ? kMainPeer : kMainPeer + 1);
+      if (now == 'e') link.Deliver(kSource | 5);
+      for (const std::uint32_t word : {32u | 5, 0x100u | kSource | 5, kSource | 4, kSource | 1})
+        if (now == 'w') link.Deliver(word);
       Pass(MainProgramLink::kLifeSign);
     }
-    EXPECT_EQ(reasons.empty() ? "" : reasons.front(), row.reason);
     mainHears = mainAnswers = link.ownsEndpoint = true;
+    EXPECT_EQ(reasons.empty() ? "" : reasons.front(), row.reason);
+    EXPECT_THAT(lines, IsEmpty());
+    if (row.reason.empty()) continue;
+    link.TakeSent();
+    one.Tell(kHelperLine, "late");
+    link.Deliver(kSource | 5);
+    Pass(100s);
+    EXPECT_THAT(link.sent, IsEmpty());
+    EXPECT_EQ(reasons.size(), 1u);
   }
-}
-
-TEST_F(MainProgramLinkTest, LeavesAtOnceWhenToldToAndWhenItsMainProgramGoes) {
-  for (const std::uint32_t word : {kSource | 5, 32u | 5, 0x100u | kSource | 5, kSource | 4, kSource | 1}) {
-    reasons.clear();
-    MainProgramLink one(link, reactor, kMain, kSource, Leave());
-    ASSERT_TRUE(one.Start());
-    link.Deliver(word);
-    EXPECT_EQ(reasons.size(), word == (kSource | 5) ? 1u : 0u) << word;
-  }
-  ASSERT_TRUE(main.Start());
-  link.LosePeer(kMainPeer + 1);
-  EXPECT_THAT(reasons, IsEmpty());
-  link.LosePeer(kMainPeer);
-  EXPECT_THAT(reasons, ElementsAre("the main program is gone"));
-}
-
-TEST_F(MainProgramLinkTest, ForwardsNoLineThatAnotherInstanceForwardsToo) {
-  ASSERT_TRUE(main.Start());
-  link.ownsEndpoint = false;
-  main.Tell(MainProgramLink::kLine, "x");
-  EXPECT_THAT(lines, IsEmpty());
-  EXPECT_THAT(reasons, ElementsAre("another instance has taken over"));
-}
-
-TEST_F(MainProgramLinkTest, IsSilentOnceItHasLeft) {
-  ASSERT_TRUE(main.Start());
-  link.Deliver(kSource | 5);
-  link.TakeSent();
-  main.Tell(MainProgramLink::kLine, "late");
-  link.Deliver(kSource | 5);
-  Pass(100s);
-  EXPECT_THAT(link.sent, IsEmpty());
-  EXPECT_EQ(reasons.size(), 1u);
 }
 
 TEST_F(MainProgramLinkTest, TellsAFormerInstanceToEndBeforeItTakesItsPlace) {
@@ -140,20 +124,20 @@ TEST_F(MainProgramLinkTest, TellsAFormerInstanceToEndBeforeItTakesItsPlace) {
 
 TEST_F(MainProgramLinkTest, WhatABusyMainProgramDidNotTakeComesLaterInItsOrder) {
   ASSERT_TRUE(main.Start());
-  main.Tell(MainProgramLink::kConnected);
+  main.Tell(kHelperConnected);
   link.TakeSent();
   mainHears = false;
-  main.Tell(MainProgramLink::kLine, "1");
-  main.Tell(MainProgramLink::kLine, "2");
+  main.Tell(kHelperLine, "1");
+  main.Tell(kHelperLine, "2");
   Pass(4s);
   // Each attempt may last two seconds: one for the first line, one for the life sign.
   EXPECT_THAT(link.TakeSent(), ElementsAre(Sent{kMain, kSource | 1, "1"}, Sign()));
   mainHears = true;
-  main.Tell(MainProgramLink::kLine, "3");
+  main.Tell(kHelperLine, "3");
   Pass(4s);
   EXPECT_THAT(link.TakeSent(), ElementsAre(Sign(), Sent{kMain, kSource | 1, "1"}, Sent{kMain, kSource | 1, "2"},
                                            Sent{kMain, kSource | 1, "3"}, Sent{kMain, kSource | 6, ""}));
-  main.Tell(MainProgramLink::kLine, "4");
+  main.Tell(kHelperLine, "4");
   Pass(4s);
   EXPECT_THAT(link.TakeSent(), ElementsAre(Sent{kMain, kSource | 1, "4"}, Sign()));
 }
@@ -162,7 +146,7 @@ TEST_F(MainProgramLinkTest, OnlyTheLatestThousandLinesWait) {
   ASSERT_TRUE(main.Start());
   mainHears = false;
   for (int i = 0; i < 1500; ++i) {
-    main.Tell(MainProgramLink::kLine, std::to_string(i));
+    main.Tell(kHelperLine, std::to_string(i));
   }
   mainHears = true;
   Pass(4s);

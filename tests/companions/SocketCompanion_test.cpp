@@ -11,6 +11,7 @@ namespace vorlix {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using Texts = std::vector<std::string>;
@@ -44,16 +45,19 @@ class SocketCompanionTest : public testing::Test {
   ManualReactor reactor;
   FakeMessageLink link;
   FakeTcpClient* client = nullptr;
-  Texts told;
+  Texts told, debugged;
   SocketCompanion companion{{reactor, link,
                              [this](TcpClient::Listener& listener) {
                                auto made = std::make_unique<FakeTcpClient>(listener);
                                client = made.get();
                                return made;
                              },
-                             nullptr},
+                             [this](const std::string& text) { debugged.push_back(text); }},
                             kMain,
-                            16};
+                            16,
+                            [](const std::string& line) {
+                              return Texts(line.starts_with("200") ? 0 : line == "twice" ? 2 : 1, line);
+                            }};
 };
 
 TEST_F(SocketCompanionTest, TellsEachChangeOfTheConnectionOnce) {
@@ -98,7 +102,8 @@ TEST_F(SocketCompanionTest, TriesLessAndLessOftenUntilAConnectionIsOfUse) {
     int wait;
   };
   const Row rows[] = {
-      {"accepts and hangs up", 1s, "", 60}, {"brings half a line", 1s, "a;RI", 60}, {"lasts", 10s, "", 1},
+      {"accepts and hangs up", 1s, "", 60}, {"brings half a line", 1s, "a;RI", 60},
+      {"only greets", 1s, "200\r\n", 60},   {"lasts", 10s, "", 1},
       {"accepts and hangs up", 9s, "", 2},  {"brings a line", 1s, "a;RING\n", 1},
   };
   for (const Row& row : rows) {
@@ -108,6 +113,15 @@ TEST_F(SocketCompanionTest, TriesLessAndLessOftenUntilAConnectionIsOfUse) {
     client->Drop();
     EXPECT_EQ(Wait(), row.wait) << row.what;
   }
+}
+
+TEST_F(SocketCompanionTest, HandsOverWhatTheTranslationMakesOfALine) {
+  client->AcceptConnection();
+  Told();
+  client->Receive("200 hello\ntwice\n" + std::string(601, '6') + "\n");
+  EXPECT_THAT(Told(), ElementsAre("1twice", "1twice", "1" + std::string(MessageLink::kMostText, '6')));
+  EXPECT_THAT(debugged, Contains("not handed over: 200 hello"));
+  EXPECT_THAT(debugged, Contains("line: " + std::string(601, '6')));
 }
 
 TEST_F(SocketCompanionTest, SleepsBetweenItsLifeSignsWhileNothingHappens) {

@@ -35,11 +35,10 @@ void LineConnection::OnConnected() {
 }
 
 // A server that accepts and hangs up at once is no better than one that refuses: the wait begins anew only behind a
-// line or a connection that lasted.
+// line that was of use or a connection that lasted.
 void LineConnection::OnData(std::string_view bytes) {
   splitter_.Feed(bytes, [this](const std::string& line) {
-    delay_.Reset();
-    listener_.OnLine(line);
+    if (listener_.OnLine(line)) delay_.Reset();
   });
 }
 

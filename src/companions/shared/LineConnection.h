@@ -20,7 +20,8 @@ class LineConnection : public TcpClient::Listener {
   class Listener {
    public:
     virtual ~Listener() = default;
-    virtual void OnLine(const std::string& line) = 0;
+    // True when the line was of use: who greets and hangs up is no better than one that refuses.
+    virtual bool OnLine(const std::string& line) = 0;
     // Once for each change, and once for a first attempt that fails.
     virtual void OnUp() = 0;
     virtual void OnDown(const std::string& reason) = 0;

@@ -1,6 +1,5 @@
 // Cuts a stream of bytes into lines, whatever pieces it comes in. Lines end in CR LF or LF; empty ones are left out. A
-// line is cut at the length that a message carries, so that no peer can make us hold more; control characters become
-// blanks.
+// line is cut at the given length, so that no peer can make us hold more; control characters become blanks.
 #pragma once
 
 #include <functional>

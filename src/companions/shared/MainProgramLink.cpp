@@ -5,8 +5,7 @@
 namespace vorlix {
 namespace {
 
-constexpr std::uint32_t kCommandMask = 0x07;
-// A single failure may be a main program that is busy; two in a row are one that is gone.
+// A single failure may be a main program that is being replaced; two in a row are one that is gone.
 constexpr int kMostFailed = 2;
 
 }  // namespace
@@ -23,7 +22,7 @@ bool MainProgramLink::Start() {
   const WindowHandle own = HandleForText(std::to_string(main_) + "/" + std::to_string(source_));
   if (!link_.Open(own, *this)) {
     // Two instances would forward each line twice: the former has to leave, and loses its name if it does not answer.
-    link_.Send(own, source_ | kEnd, {});
+    link_.Send(own, source_ | kHelperEnd, {});
     if (!link_.Open(own, *this, true)) return false;
   }
   sign_->SetEnabled(true);
@@ -34,7 +33,7 @@ bool MainProgramLink::Start() {
 void MainProgramLink::Tick() {
   if (!link_.OwnsEndpoint()) return Leave("another instance has taken over");
   if (++unanswered_ > kMostUnanswered) return Leave("the main program does not answer");
-  if (!SendToMain(kSign, std::to_string(link_.Own()))) {
+  if (!SendToMain(kHelperLifeSign, std::to_string(link_.Own()))) {
     if (++failed_ >= kMostFailed) Leave("the main program is gone");
     return;
   }
@@ -43,10 +42,10 @@ void MainProgramLink::Tick() {
   Flush();
 }
 
-void MainProgramLink::Tell(Command command, const std::string& text) {
+void MainProgramLink::Tell(HelperCommand command, const std::string& text) {
   if (leave_ == nullptr) return;
   if (!link_.OwnsEndpoint()) return Leave("another instance has taken over");
-  if (command != kLine) state_ = command;
+  if (command != kHelperLine) state_ = command;
   waiting_.push_back({command, text});
   if (waiting_.size() > kMostWaiting) waiting_.pop_front();
   if (waiting_.size() == 1) Flush();
@@ -59,16 +58,16 @@ void MainProgramLink::Flush() {
   }
 }
 
-bool MainProgramLink::SendToMain(Command command, const std::string& text) {
+bool MainProgramLink::SendToMain(HelperCommand command, const std::string& text) {
   return link_.Send(main_, source_ | command, text);
 }
 
 void MainProgramLink::OnMessage(MessageLink::Peer peer, std::uint32_t word, const std::string&) {
-  if ((word & ~kCommandMask) != source_) return;
-  if ((word & kCommandMask) == kSign) {
+  if ((word & ~kHelperCommandMask) != source_) return;
+  if ((word & kHelperCommandMask) == kHelperLifeSign) {
     mainPeer_ = peer;
     unanswered_ = 0;
-  } else if ((word & kCommandMask) == kEnd) {
+  } else if ((word & kHelperCommandMask) == kHelperEnd) {
     Leave("told to end");
   }
 }

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/HelperProtocol.h"
 #include "platform/MessageLink.h"
 #include "platform/MessageLoop.h"
 
@@ -20,10 +21,8 @@ class MainProgramLink : public MessageLink::Receiver {
   static constexpr std::chrono::seconds kLifeSign{4};
   // So many life signs may stay without an answer: half a minute.
   static constexpr int kMostUnanswered = 7;
-  // While the main program is busy, so many messages wait; beyond, the oldest are given up.
+  // While the main program cannot be reached, so many messages wait; beyond, the oldest are given up.
   static constexpr std::size_t kMostWaiting = 1000;
-
-  enum Command : std::uint32_t { kLine = 1, kSign = 2, kEnd = 5, kConnected = 6, kLost = 7 };
 
   // `leave` is called once, when this program has no more reason to run: the main program is gone, it said so, or
   // another instance has taken over. Link and loop must outlive the object.
@@ -34,20 +33,20 @@ class MainProgramLink : public MessageLink::Receiver {
   // had.
   bool Start();
   // A line, or how the connection stands. Does nothing once it was time to leave.
-  void Tell(Command command, const std::string& text = {});
+  void Tell(HelperCommand command, const std::string& text = {});
 
   void OnMessage(MessageLink::Peer peer, std::uint32_t word, const std::string& text) override;
   void OnPeerGone(MessageLink::Peer peer) override;
 
  private:
   struct Message {
-    Command command;
+    HelperCommand command;
     std::string text;
   };
 
   void Tick();
   void Flush();
-  bool SendToMain(Command command, const std::string& text);
+  bool SendToMain(HelperCommand command, const std::string& text);
   void Leave(const std::string& reason);
 
   MessageLink& link_;
@@ -56,7 +55,7 @@ class MainProgramLink : public MessageLink::Receiver {
   std::function<void(const std::string&)> leave_;
   std::unique_ptr<Timer> sign_;
   std::deque<Message> waiting_;
-  std::optional<Command> state_;  // what was told last about the connection
+  std::optional<HelperCommand> state_;  // what was told last about the connection
   MessageLink::Peer mainPeer_ = 0;
   int failed_ = 0;
   int unanswered_ = 0;

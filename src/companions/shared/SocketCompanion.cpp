@@ -7,15 +7,23 @@
 #include "services/clsErrorHandling.h"
 
 namespace vorlix {
+namespace {
 
-SocketCompanion::SocketCompanion(Ports ports, WindowHandle main, std::uint32_t source)
+std::vector<std::string> AsItIs(const std::string& line) {
+  return {line};
+}
+
+}  // namespace
+
+SocketCompanion::SocketCompanion(Ports ports, WindowHandle main, std::uint32_t source, Translation translate)
     : ports_(std::move(ports)),
+      translate_(translate ? std::move(translate) : AsItIs),
       main_(ports_.link, ports_.loop, main, source,
             [this](const std::string& reason) {
               Debug("leaving: " + reason);
               ports_.loop.Quit();
             }),
-      connection_(ports_.loop, *this, MessageLink::kMostText, ports_.makeClient) {}
+      connection_(ports_.loop, *this, kMostLine, ports_.makeClient) {}
 
 bool SocketCompanion::Start(const ServerAddress& server) {
   return Trapped(
@@ -29,19 +37,23 @@ bool SocketCompanion::Start(const ServerAddress& server) {
       server.host, server.port);
 }
 
-void SocketCompanion::OnLine(const std::string& line) {
-  Debug("line: " + line);
-  main_.Tell(MainProgramLink::kLine, line);
+bool SocketCompanion::OnLine(const std::string& line) {
+  const std::vector<std::string> lines = translate_(line);
+  Debug((lines.empty() ? "not handed over: " : "line: ") + line);
+  for (const std::string& text : lines) {
+    main_.Tell(kHelperLine, text.substr(0, MessageLink::kMostText));
+  }
+  return !lines.empty();
 }
 
 void SocketCompanion::OnUp() {
   Debug("connected");
-  main_.Tell(MainProgramLink::kConnected);
+  main_.Tell(kHelperConnected);
 }
 
 void SocketCompanion::OnDown(const std::string& reason) {
   Debug("lost: " + reason);
-  main_.Tell(MainProgramLink::kLost);
+  main_.Tell(kHelperLost);
 }
 
 void SocketCompanion::Debug(const std::string& text) const {

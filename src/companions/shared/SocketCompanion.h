@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "companions/shared/LineConnection.h"
 #include "companions/shared/MainProgramLink.h"
@@ -26,13 +27,20 @@ class SocketCompanion : public LineConnection::Listener {
     std::function<void(const std::string&)> debug;
   };
 
-  // Quits the loop when there is no more reason to run. All ports must outlive the object.
-  SocketCompanion(Ports ports, WindowHandle main, std::uint32_t source);
+  // What the main program is to get of one line of the server; may be nothing.
+  using Translation = std::function<std::vector<std::string>(const std::string& line)>;
+
+  // Longer lines are cut, and once more where they are longer than a message.
+  static constexpr std::size_t kMostLine = 4096;
+
+  // Quits the loop when there is no more reason to run. All ports must outlive the object. Without a translation every
+  // line is handed over as it is.
+  SocketCompanion(Ports ports, WindowHandle main, std::uint32_t source, Translation translate = {});
 
   // False when the link cannot be opened.
   bool Start(const ServerAddress& server);
 
-  void OnLine(const std::string& line) override;
+  bool OnLine(const std::string& line) override;
   void OnUp() override;
   void OnDown(const std::string& reason) override;
 
@@ -40,6 +48,7 @@ class SocketCompanion : public LineConnection::Listener {
   void Debug(const std::string& text) const;
 
   Ports ports_;
+  Translation translate_;
   MainProgramLink main_;
   LineConnection connection_;
 };

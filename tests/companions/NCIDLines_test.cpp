@@ -1,0 +1,114 @@
+#include "companions/SocketNCID/NCIDLines.h"
+
+#include <random>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/MessageLink.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+// Own number and number of the call that is handed over; "-" where none is.
+std::string CallOf(const std::string& line) {
+  const auto lines = NCIDLinesToHandOver(line);
+  if (lines.size() != 1) return "-";
+  const auto fields = Split(lines[0], "*");
+  return fields.size() > 8 && fields[5] == "LINE" && fields[7] == "NMBR" ? fields[6] + "|" + fields[8] : lines[0];
+}
+
+TEST(NCIDLines, AnnouncementsOfCallsAreHandedOverAndNothingElse) {
+  const std::string rest = " *DATE*11212026*TIME*0220*LINE*GW0*NMBR*03012345*MESG*NONE*NAME*Caller*";
+  for (const char* label : {"CID:", "PID:", "WID:", "RID:"}) {
+    EXPECT_THAT(NCIDLinesToHandOver(label + rest), ElementsAre(label + rest));
+  }
+  for (const char* label : {"CIDLOG:", "HUPLOG:", "PIDLOG:", "OUT:", "OUTLOG:", "BLK:", "BLKLOG:", "PUT:", "END:",
+                            "ENDLOG:", "CIDINFO:", "MSG:", "NOT:", "RLY:", "LOG:", "cid:", " CID:", "xCID:", "CID"}) {
+    EXPECT_THAT(NCIDLinesToHandOver(label + rest), IsEmpty()) << label;
+  }
+  for (const char* line :
+       {"200 Server: ncidd (NCID) 1.6", "210 API: 1.5 Feature Set 1 2 3 4 5", "300 End of connection startup",
+        "200 NCID Server:  ARC_ncidd 0.01", "OPT: LineIDs: \"POTS\"", "MSG: ring *NMBR*030* me", "CID:", "CID: text",
+        "CID: *", "CID: * *TEXT*030*", "", ":", "*NMBR*030*"}) {
+    EXPECT_THAT(NCIDLinesToHandOver(line), IsEmpty()) << line;
+  }
+}
+
+TEST(NCIDLines, ACallThatTheServerHungUpStandsBetweenTwoEnds) {
+  const std::string line = "HUP: *DATE*06062014*TIME*1222*LINE*620*NMBR*0301*MESG*NONE*NAME*Mobilteil 1*";
+  EXPECT_THAT(NCIDLinesToHandOver(line), ElementsAre("HUP", line, "HUP"));
+  EXPECT_THAT(NCIDLinesToHandOver("HUP: text"), IsEmpty());
+}
+
+TEST(NCIDLines, FieldsComeInAnyOrderWithStarsInAndBeforeThem) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"CID: *DATE*22102010*TIME*1502*LINE**NMBR*089999999999*MESG*NONE*NAME*NO NAME*", "|089999999999"},
+      {"CID: ***DATE*03032022*TIME*0935*LINE*WC09*NMBR*4185550865*MESG*NONE*NAME*X*", "WC09|4185550865"},
+      {"CID: *DATE*06252005*TIME*1312*NMBR*14075550164*MESG*NONE*NAME*NO LINE*", "|14075550164"},
+      {"CID: *NAME*X*MESG*NONE*NMBR*0301*FNMBR*030-1*CTRY*DE*LINE*7*TIME*1*DATE*1*", "7|0301"},
+      {"CID: *line*7*Nmbr*0301*", "7|0301"},
+      {"CID:*LINE*7*NMBR*0301", "7|0301"},
+      {"CID: *LINE*7*NMBR***622*MESG*NONE*NAME*Phone*", "7|622"},
+      {"CID: *LINE*7*NMBR**17*MESG*NONE*NAME*?a_name@home*", "7|17"},
+      {"CID: *LINE*A*B*NMBR*12125550170*MESG*NONE*NAME*Star*Name*", "A|12125550170"},
+      {"CID: *LINE*7*NMBR*0301*MESG*NONE*NAME*x*NMBR*0999*LINE*8*", "7|0301"},
+      {"CID: *LINE*LINE*NMBR*0301*", "LINE|0301"},
+      {"CID: *LINE**NMBR**MESG*NONE*", "|"},
+      {"CID: *LINE*7*NMBR*+49 30 123*", "7|+4930123"},
+      {"CID: *LINE*B\xC3\xBCro \xFC*NMBR*1*", "B\xFCro \xFC|1"},
+      {"CID: *LINE*7*NMBR", "7|"},
+      {"CID: *LINE*7*NMBR***", "7|"},
+  };
+  for (const auto& [line, call] : rows) {
+    EXPECT_EQ(CallOf(line), call) << line;
+  }
+}
+
+TEST(NCIDLines, AWordInPlaceOfANumberIsAWithheldNumber) {
+  for (const char* word : {"PRIVATE", "ANONYMOUS", "Anonym", "OUT-OF-AREA", "NO-NUMBER", "Restricted", "RING", "-", "",
+                           "NO NUMBER", "UNKNOWN"}) {
+    EXPECT_EQ(CallOf("CID: *LINE*7*NMBR*" + std::string(word) + "*MESG*NONE*NAME*PRIVATE 1*"), "7|") << word;
+  }
+}
+
+TEST(NCIDLines, WhateverAServerWritesTheNumberFitsIntoAMessage) {
+  const std::string longText(300, '9');
+  std::string line = "HUP: ";
+  for (const char* key : {"NAME", "MESG", "DATE", "TIME", "LINE"}) {
+    line += "*" + std::string(key) + "*" + longText;
+  }
+  const auto lines = NCIDLinesToHandOver(line + "*NMBR*0301234567*");
+  ASSERT_THAT(lines, SizeIs(3));
+  EXPECT_LE(lines[1].size(), MessageLink::kMostText);
+  EXPECT_THAT(lines[1], testing::HasSubstr("*NMBR*0301234567*MESG*"));
+}
+
+TEST(NCIDLines, NoLineOfAnyShapeGivesMoreThanACallAndItsEnds) {
+  std::mt19937 random(3);
+  const std::string words[] = {"*", "*NMBR*", "*LINE*", "HUP: ", "CID: ", "**", "\xC3", "0171", "MESG", "PRIVATE"};
+  int calls = 0;
+  for (int i = 0; i < 20000; ++i) {
+    std::string line = words[3 + random() % 2];
+    for (unsigned k = random() % 10; k > 0; --k) {
+      line +=
+          random() % 4 == 0 ? std::string(1, static_cast<char>(random() % 256)) : words[random() % std::size(words)];
+    }
+    for (const std::string& text : NCIDLinesToHandOver(line)) {
+      const bool isCall = text.starts_with("CID: *DATE*") || text.starts_with("HUP: *DATE*");
+      EXPECT_TRUE(isCall || text == "HUP") << text;
+      if (!isCall) continue;
+      ++calls;
+      EXPECT_THAT(Split(text, "*"), SizeIs(14)) << text;
+    }
+  }
+  EXPECT_GT(calls, 1000);
+}
+
+}  // namespace
+}  // namespace vorlix
