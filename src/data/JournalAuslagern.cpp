@@ -116,9 +116,7 @@ bool JournalArchiver::Archive(const Run& run) {
   const std::string journal = JournalPathIn(ports_.folders);
   const auto archive = FreeName(run.period);
   if (!archive) {
-    TellFailure(
-        run, LoadLangKey("Journal_Msg_ToManyFiles", "Zu viele Journal-Sicherungsdateien!"_ansi),
-        LoadLangKey("Journal_Msg_DeleteOldFiles", "Bitte ältere Dateien löschen oder an anderer Stelle sichern!"_ansi));
+    TellTooMany(run);
     return false;
   }
   if (!ports_.files.FileExist(journal)) {
@@ -162,6 +160,9 @@ bool JournalArchiver::KeepLast(const Run& run, const std::string& journal, const
     return false;
   }
   if (ports_.files.WriteArrayToFile(journal, kept)) return true;
+  // With the journal as it was, each further try would leave one more copy of it.
+  std::string now;
+  if (ports_.files.Store().Read(journal, now) && now == text) ports_.files.FileDelete(archive);
   TellFailure(run, ErrorSave(), LoadLangKey("Journal_Msg_ErrorMsg", "Fehlermeldung:"_ansi) + " WriteArrayToFile");
   return false;
 }
@@ -177,6 +178,14 @@ void JournalArchiver::TellFailure(const Run& run, const std::string& what, const
   const std::string first =
       run.interactive ? what : LoadLangKey("Journal_Msg_ErrorAutoSave", "Automatische Sicherung fehlgeschlagen!"_ansi);
   Show(run, Lines(first, more), kMsgError);
+}
+
+// Without anybody there the first line says what was tried, and the reason follows whole.
+void JournalArchiver::TellTooMany(const Run& run) {
+  const std::string reason = LoadLangKey("Journal_Msg_ToManyFiles", "Zu viele Journal-Sicherungsdateien!"_ansi);
+  const std::string advice =
+      LoadLangKey("Journal_Msg_DeleteOldFiles", "Bitte ältere Dateien löschen oder an anderer Stelle sichern!"_ansi);
+  TellFailure(run, reason, run.interactive ? advice : Lines(reason, advice));
 }
 
 void JournalArchiver::TellNoJournal(const Run& run) {

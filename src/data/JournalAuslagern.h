@@ -55,6 +55,7 @@ class JournalArchiver : public JournalArchive {
   IoResult Copy(const std::string& journal, const std::string& archive);
 
   void TellFailure(const Run& run, const std::string& what, const std::string& more);
+  void TellTooMany(const Run& run);
   void TellNoJournal(const Run& run);
   void TellDone(const Run& run, const std::string& archive);
   void Show(const Run& run, const std::string& text, int style);

@@ -8,12 +8,11 @@
 namespace vorlix {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-// The records of a table, whatever its line ends, without comments and empty lines.
+// The records of a table, whatever its line ends, without comments and empty lines. One without a code, such as a line
+// of blanks, is left out by the readers: an empty code would begin every number.
 template <class Take>
 void ForEachRecord(std::string_view text, const Take& take) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  text = WithoutByteOrderMark(text);
   while (!text.empty()) {
     const std::string_view line = TakeLine(text);
     if (!line.empty() && !line.starts_with(';')) take(line);
@@ -35,6 +34,7 @@ std::vector<StateRow> ReadStates(std::string_view text) {
   std::vector<StateRow> rows;
   ForEachRecord(text, [&](std::string_view line) {
     auto [code, second, name, flag] = Fields<4>(line);
+    if (code.empty()) return;
     rows.push_back({std::move(code), std::move(second), std::move(name), std::move(flag)});
   });
   rows.shrink_to_fit();
@@ -45,6 +45,7 @@ std::vector<AreaRow> ReadAreas(std::string_view text) {
   std::vector<AreaRow> rows;
   ForEachRecord(text, [&](std::string_view line) {
     auto [code, name] = Fields<2>(line);
+    if (code.empty()) return;
     rows.push_back({std::move(code), std::move(name)});
   });
   rows.shrink_to_fit();

@@ -110,7 +110,7 @@ std::string BookLine(const oDataCall& entry) {
                      number(entry.BlockIndex) + flag(entry.BookInversMark) + text(entry.Address()) +
                      text(entry.BookTimeName) + number(kBookTypeUser) + number(entry.CallCountOut) + ";;;";
   line += kVCardBegin;
-  line += WithoutControls(Replace(entry.Card().BookVCardData, kVCardEnd, " vcd]"));
+  line += OneField(Replace(entry.Card().BookVCardData, kVCardEnd, " vcd]"), '\n');
   line += kVCardEnd;
   return line += kLineEnd;
 }

@@ -39,7 +39,7 @@ class oJournalLine : public oDataCall {
 std::string Stamp(const oDataCall& call) {
   const auto* line = dynamic_cast<const oJournalLine*>(&call);
   if (line != nullptr && !line->CallDateTime) {
-    return WithoutControls(line->DateText) + kTab + WithoutControls(line->TimeText);
+    return OneField(line->DateText, kTab) + kTab + OneField(line->TimeText, kTab);
   }
   return call.CallDateView() + kTab + call.CallTimeView();
 }
@@ -136,12 +136,12 @@ std::string NotizParsing(bool toFile, std::string_view text) {
 }
 
 std::string JournalLineHead(const oDataCall& call) {
-  return Stamp(call) + kTab + WithoutControls(call.DataNumber()) + kTab + WithoutControls(call.MSN);
+  return Stamp(call) + kTab + OneField(call.DataNumber(), kTab) + kTab + OneField(call.MSN, kTab);
 }
 
 std::string JournalLineTail(const oDataCall& call) {
-  return WithoutControls(NotizParsing(true, call.Notiz())) + kTab +
-         std::to_string(static_cast<int>(call.AVMDirection)) + kTab + std::to_string(call.AVMCallperiod);
+  return OneField(NotizParsing(true, call.Notiz()), kTab) + kTab + std::to_string(static_cast<int>(call.AVMDirection)) +
+         kTab + std::to_string(call.AVMCallperiod);
 }
 
 // A rewritten line carries the value that was read into BlockIndex, where a live line carries the rule that ran; and

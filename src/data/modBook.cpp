@@ -111,7 +111,7 @@ bool modBook::ReadLines(const std::string& path, std::vector<std::string>& lines
   std::string stream = ports_.files.fOpenFileToStream(path, count);
   if (stream.empty() && info.IsFile() && info.size > 0) return false;
   // An editor may have left LF alone beside lines that end in CR LF: both kinds end an entry.
-  stream = Replace(stream, kLineEnd, "\n");
+  stream = Replace(WithoutByteOrderMark(stream), kLineEnd, "\n");
   lines = clsFiles::fStreamToArray(stream);
   return true;
 }
@@ -281,6 +281,9 @@ void modBook::tmFileWatch_Timer() {
   if (!isWatched_ || !FileWatchBookChanged(false)) return;
   FileWatchBookChanged(true);  // before the reading: a change that comes in between is seen at the next tick
   BookData_Read();
+  // What shows the book held the entries of before.
+  if (ports_.refreshNewCalls) ports_.refreshNewCalls();
+  if (ports_.refreshCards) ports_.refreshCards();
 }
 
 int modBook::GetNumberData(oDataCall& call, bool addIfMissing, bool countCall) {

@@ -41,6 +41,13 @@ std::string Joined(const std::vector<std::string_view>& lines) {
   return text;
 }
 
+// A live line holds what a network said: terminal commands and the like have no place in it, a file's own bytes stay.
+std::string FromALine(std::string fields) {
+  std::replace_if(
+      fields.begin(), fields.end(), [](unsigned char c) { return (c < ' ' && c != kTab) || c == 127; }, ' ');
+  return fields;
+}
+
 }  // namespace
 
 void LineCounter::BeforeLine(const std::string& path) {
@@ -63,12 +70,12 @@ std::string modJournal::JournalPath() const {
 }
 
 std::string modJournal::GetCallDataAsMailString(const oDataCall& call) {
-  return JournalLineHead(call) + kTab + std::to_string(call.BlockFunction) + kTab + std::to_string(call.CIP);
+  return FromALine(JournalLineHead(call)) + kTab + std::to_string(call.BlockFunction) + kTab + std::to_string(call.CIP);
 }
 
 std::string modJournal::GetCallDataAsFileString(const oDataCall& call) {
   const std::string line = GetCallDataAsMailString(call) + kTab + "1" + kTab;
-  return call.Fernwirk ? line : line + JournalLineTail(call);
+  return call.Fernwirk ? line : line + FromALine(JournalLineTail(call));
 }
 
 void modJournal::WriteCallDataToJournalFile(const std::string& line) {

@@ -98,9 +98,7 @@ void ReadMasterCard(CallCard& card, const std::vector<std::string>& fields) {
 }  // namespace
 
 std::string FieldText(std::string_view text, char separator) {
-  std::string field = WithoutControls(text);
-  std::replace(field.begin(), field.end(), separator, ' ');
-  return Replace(Replace(field, kVCardBegin, "[vcd "), kVCardEnd, " vcd]");
+  return Replace(Replace(OneField(text, separator), kVCardBegin, "[vcd "), kVCardEnd, " vcd]");
 }
 
 std::string BookEditMakeVCardString(oDataCall& item) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/call_events.h"
+#include "data/journal_line.h"
 #include "screens/call_texts.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
@@ -118,7 +119,9 @@ void TypedCommands::ShowJournal(std::string_view argument) {
 
 std::string TypedCommands::JournalLine(const oDataCall& call) {
   const bool incoming = call.AVMDirection == CallDirection::kIncoming;
-  std::string text = call.CallDateView() + " " + call.CallTimeView() + "  ";
+  // The day and time as they stand in the file, also where they are none.
+  const std::vector<std::string> head = Split(JournalLineHead(call), "\t");
+  std::string text = head[0] + " " + head[1] + "  ";
   text += Column(
       incoming ? LoadLangKey("Console_String_In", "ein"_ansi) : LoadLangKey("Console_String_Out", "aus"_ansi), 4);
   text += PartyOf(call) + " ";

@@ -7,7 +7,6 @@
 namespace vorlix {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view TrimSpace(std::string_view text) {
   constexpr std::string_view kSpace = " \t\r\n";

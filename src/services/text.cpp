@@ -126,6 +126,18 @@ std::string WithoutControls(std::string_view text) {
   return out;
 }
 
+std::string OneField(std::string_view text, char separator) {
+  std::string field(text);
+  std::replace_if(
+      field.begin(), field.end(), [&](char c) { return c == separator || c == '\r' || c == '\n'; }, ' ');
+  return field;
+}
+
+std::string_view WithoutByteOrderMark(std::string_view text) {
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  return text;
+}
+
 std::string Padded(long long number, int digits) {
   std::string text = std::to_string(number);
   const auto width = static_cast<std::size_t>(digits);

@@ -9,6 +9,7 @@
 namespace vorlix {
 
 inline constexpr std::string_view kLineEnd = "\r\n";
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // Without blanks at both ends; only the blank (0x20) counts, a TAB stays.
 std::string_view Trim(std::string_view text);
@@ -45,6 +46,12 @@ bool IsDigits(std::string_view text);
 // The text with every control character (below 32, and 127) replaced by a blank: what comes from a network may not
 // bring line ends, tabs or terminal commands into a record or onto a screen.
 std::string WithoutControls(std::string_view text);
+
+// The text as one field of a record: the separator and line ends become blanks, every other byte stays.
+std::string OneField(std::string_view text, char separator);
+
+// The text without the byte-order mark that some editors put in front of UTF-8.
+std::string_view WithoutByteOrderMark(std::string_view text);
 
 // The number with zeros in front up to `digits` characters, Padded(7, 2) is "07"; a longer number stays whole.
 std::string Padded(long long number, int digits);

@@ -103,7 +103,7 @@ TEST_F(ArchiveTest, APeriodHas499Archives) {
   EXPECT_FALSE(Auslagern(true));
   EXPECT_EQ(Box(), "Vorlix 16: Zu viele Journal-Sicherungsdateien!" + ask);
   EXPECT_FALSE(Auslagern(false));
-  EXPECT_EQ(Box(), "Vorlix 16: Automatische Sicherung fehlgeschlagen!" + ask);
+  EXPECT_EQ(Box(), "Vorlix 16: Automatische Sicherung fehlgeschlagen!\r\nZu viele Journal-Sicherungsdateien!" + ask);
   EXPECT_EQ(store.Writes(), writes);
   EXPECT_EQ(Journal(), kText);
 }
@@ -126,7 +126,7 @@ TEST_F(ArchiveTest, AFailureLeavesEachLineInTheJournalOrInAnArchive) {
         Case{false, Op::kRename, EXDEV, Op::kRemove, rename, kText, ""},
         Case{true, Op::kRead, EIO, std::nullopt, copy, kText, ""},
         Case{true, Op::kCopy, ENOSPC, std::nullopt, copy, kText, ""},
-        Case{true, Op::kOverwrite, ENOSPC, std::nullopt, failed + "Fehlermeldung: WriteArrayToFile", kText, kText}}) {
+        Case{true, Op::kOverwrite, ENOSPC, std::nullopt, failed + "Fehlermeldung: WriteArrayToFile", kText, ""}}) {
     settings.Journal.AssumeLast = assumeLast;
     store.AddFile(kPath, kText);
     store.Fail(first, error);

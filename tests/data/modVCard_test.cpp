@@ -70,7 +70,8 @@ TEST(modVCardTest, NoTextOfACardCanEndItsFieldOrTheCard) {
   card.BookVCsNote = "x\ny\r\nz\r;";
   card.BookVCsImage = "[vcd(;";
   EXPECT_EQ(BookEditMakeVCardString(*item),
-            "1;;a b c  d vcd]e;1;Geburtstag;24.12./1970;0;Hochzeit;01.05./1999;1;;/;x<CR>y<CR>z<CR> ;;[vcd  ");
+            std::string("1;;a b\0c  d vcd]e;", 18) +
+                "1;Geburtstag;24.12./1970;0;Hochzeit;01.05./1999;1;;/;x<CR>y<CR>z<CR> ;;[vcd  ");
 }
 
 TEST(modVCardTest, RemindsOfATermEachYear) {
