@@ -63,10 +63,11 @@ void CallPipeline::JudgeCall(oDataCall& call) {
   BlockByMainMenu(call);
 }
 
-// The schedule of the second switch decides anew, also over a call that another rule has blocked.
+// The switches concern calls that no rule has refused: the hours of the second must not free one.
 void CallPipeline::BlockByMainMenu(oDataCall& call) {
   const int menu = call.MSN_BlockMainMenu;
-  if (!call.Blocked && options_.mnuBlockAll && (menu == 1 || menu == 3)) {
+  if (call.Blocked) return;
+  if (options_.mnuBlockAll && (menu == 1 || menu == 3)) {
     trace::Blocking("Block by main menu");
     call.Blocked = true;
     call.BlockFunction = kBlockByMainMenu;

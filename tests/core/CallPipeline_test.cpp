@@ -104,7 +104,7 @@ TEST_F(CallPipelineTest, TheMainMenuRefusesByItsTwoSwitches) {
       {true, false, true, false, 1, true, 1},   {true, false, true, false, 3, true, 1},
       {true, false, true, false, 2, false, 0},  {false, true, true, false, 2, true, 1},
       {false, true, false, false, 2, false, 0}, {false, true, true, false, 1, false, 0},
-      {true, true, false, true, 3, false, 3},  // the schedule decides anew over another rule
+      {true, true, false, true, 3, true, 3},  // what another rule has refused stays refused
       {true, false, true, true, 1, true, 3},
   };
   for (const Row& row : rows) {
