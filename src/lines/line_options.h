@@ -11,6 +11,7 @@ namespace vorlix {
 struct LineOptions {
   bool CallMode_CAPI = false;
   bool AVM_SaveOutgoingCalls = false;
+  bool Debug = false;  // log what the driver delivers
   bool DebugAVM = false;
   bool DebugNCID = false;
   bool SpezialCuttNull = false;
@@ -19,6 +20,11 @@ struct LineOptions {
   int TKnum = 4;
   int LogCount = 25;  // kilobytes
   std::string myVWO;
+  std::string myVWOP;
+  bool BusyOnBusy = false;
+  bool SpezialAddAreaCodeIfHide = false;
+  bool CapiReleaseByShutdown = false;
+  std::string ControllerActive = "10000";
 };
 
 class LineSwitches {

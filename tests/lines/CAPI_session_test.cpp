@@ -1,0 +1,243 @@
+#include "lines/CAPI_session.h"
+
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/LineFakes.h"
+#include "fakes/ManualReactor.h"
+#include "fakes/MemoryLogStore.h"
+#include "fakes/ScriptedCapiDriver.h"
+#include "lines/modCAPI.h"
+
+namespace vorlix {
+namespace {
+
+using fakes::Tape;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kRegister = "register(3072,2,7,2048) ";
+
+class CAPISession : public testing::Test {
+ protected:
+  Tape Init(bool byUser = false) {
+    tape.clear();
+    driver.calls.clear();
+    session.CAPIInit(byUser);
+    return tape;
+  }
+  // Polls for that long, as the timer does.
+  void Poll(std::chrono::milliseconds time) {
+    std::string message;
+    for (; time.count() > 0; time -= std::chrono::milliseconds(400)) {
+      session.GetMessage(message);
+      loop.Advance(std::chrono::milliseconds(400));
+    }
+  }
+
+  Tape tape;
+  ManualReactor loop;
+  fakes::FixedLineSwitches switches;
+  fakes::ScriptedCapiDriver driver;
+  fakes::TapedEvents events{tape};
+  CapiSwitches reread;
+  CAPI_session session{{driver, events, switches, loop, [this] { return reread; }, [this] { tape.push_back("state"); }},
+                       {}};
+};
+
+TEST_F(CAPISession, RegistersAndListens) {
+  EXPECT_THAT(Init(), ElementsAre("event 8 of 0", "event 9 of 0"));
+  EXPECT_EQ(driver.calls, "dll installed version " + std::string(kRegister) + "profile(1) ");
+  EXPECT_THAT(driver.sent,
+              ElementsAre("1a 00 01 00 05 80 01 80 01 00 00 00 7f 00 00 00 72 00 07 1c 00 00 00 00 00 00"));
+  EXPECT_EQ(session.Controllers()[0].listen, CAPI_session::ListenState::kListening);
+  EXPECT_TRUE(session.Controllers()[0].supported);
+  EXPECT_TRUE(session.IsUp());
+  EXPECT_EQ(session.CountBChannels(), 2);
+  EXPECT_EQ(session.DriverText(), "Maker/2.0-1.5");
+}
+
+TEST_F(CAPISession, AskingForTheLibraryAndTheInstallationIsDoneOnce) {
+  Init();
+  EXPECT_THAT(Init(true), ElementsAre("event 9 of 0"));
+  EXPECT_EQ(driver.calls, "release(1) version " + std::string(kRegister) + "profile(1) ");
+}
+
+TEST_F(CAPISession, TellsWhatIsWrong) {
+  const struct {
+    bool isThere;
+    std::uint32_t installed, registering, putting;
+    std::vector<std::string> told;
+    bool up;
+  } rows[] = {
+      {false, 0, 0, 0, {"event 4 of 0"}, false},
+      {true, 0x1009, 0, 0, {"event 5 of 0"}, false},
+      {true, 0, 0x1009, 0, {"event 6 of 0"}, false},
+      {true, 0, 0x1001, 0, {"event 7 of 0"}, false},
+      {true, 0, 0, 0x1008, {"event 8 of 0", "event 10 of 0", "event 9 of 0"}, true},
+  };
+  for (const auto& row : rows) {
+    fakes::ScriptedCapiDriver failing;
+    failing.isThere = row.isThere;
+    failing.installed = row.installed;
+    failing.registering = row.registering;
+    failing.putting = row.putting;
+    CAPI_session other{{failing, events, switches, loop, {}, [] {}}, {}};
+    tape.clear();
+    other.CAPIInit(false);
+    EXPECT_EQ(tape, row.told);
+    EXPECT_EQ(other.IsUp(), row.up);
+    EXPECT_EQ(other.IsWaiting(), row.isThere && !row.up);
+  }
+}
+
+TEST_F(CAPISession, ListensOnTheControllersOfTheSetting) {
+  const struct {
+    const char* setting;
+    std::uint32_t controllers;
+    const char* active;
+  } rows[] = {{"10000", 1, "1"}, {"0", 2, "00"}, {"1", 2, "01"}, {"101", 3, "101"}, {"", 1, "0"}, {"01000", 2, "01"}};
+  for (const auto& row : rows) {
+    switches.options.ControllerActive = row.setting;
+    driver.controllers = row.controllers;
+    driver.sent.clear();
+    Init();
+    std::string active;
+    std::size_t count = 0;
+    for (const auto& controller : session.Controllers()) {
+      active += controller.active ? '1' : '0';
+      count += controller.active ? 1 : 0;
+    }
+    EXPECT_EQ(active, row.active) << row.setting;
+    EXPECT_EQ(driver.sent.size(), count);
+  }
+}
+
+TEST_F(CAPISession, MoreControllersThanCanBeAreNotBelieved) {
+  driver.controllers = 65535;
+  Init();
+  EXPECT_EQ(session.Controllers().size(), 127U);
+}
+
+TEST_F(CAPISession, AConfirmationMayComeLaterAndACallBeforeIt) {
+  driver.confirmsListen = false;
+  driver.Say("0c 00 01 00 04 82 03 80 01 01 00 00");
+  Init();
+  std::string message;
+  EXPECT_EQ(session.GetMessage(message), CAPI_session::Reading::kMessage);
+  EXPECT_EQ(session.GetMessage(message), CAPI_session::Reading::kNothing);
+  driver.Say("0e 00 01 00 05 81 01 00 09 00 00 00 02 20");  // of another controller
+  driver.Say("0e 00 01 00 05 81 01 00 01 00 00 00 02 20");
+  driver.Say("0e 00 01 00 05 81 01 00 01 00 00 00 02 20");  // once more
+  tape.clear();
+  Poll(std::chrono::seconds(2));
+  EXPECT_THAT(tape, ElementsAre("event 10 of 0"));
+  EXPECT_EQ(session.Controllers()[0].listen, CAPI_session::ListenState::kRefused);
+
+  Init();
+  driver.Say("0a 00 01 00 05 81 01 00 01 00");
+  tape.clear();
+  Poll(std::chrono::seconds(2));
+  EXPECT_THAT(tape, ElementsAre("event 10 of 0")) << "a confirmation without its code";
+}
+
+TEST_F(CAPISession, TheSpecFileSetsTheMasksAndIsReadAgainAfterACall) {
+  CapiSwitches first;
+  first.LoadThisValues = first.SkipVersionAndManufact = true;
+  first.InfoMask = 0x3FF;
+  first.CIPMask = 0x1FFF03FF;
+  reread.InfoMask = 1;
+  reread.LoadThisValues = true;
+  CAPI_session other{{driver, events, switches, loop, [this] { return reread; }, [] {}}, first};
+  other.CAPIInit(false);
+  EXPECT_EQ(other.DriverText(), "");
+  other.CAPIReset(false, true);
+  other.CAPIReset(true, false);
+  EXPECT_THAT(driver.sent, ElementsAre(HasSubstr("ff 03 00 00 ff 03 ff 1f"), HasSubstr("ff 03 00 00 ff 03 ff 1f"),
+                                       HasSubstr("01 00 00 00 00 00 00 00")));
+}
+
+TEST_F(CAPISession, MessageNumbersGoRound) {
+  Init();
+  std::set<std::uint16_t> numbers{0x8001};  // the LISTEN_REQ
+  for (int i = 0; i < 0xFFFE; ++i)
+    numbers.insert(session.IncMsgNum());
+  EXPECT_EQ(numbers.size(), 0xFFFFU);
+  EXPECT_FALSE(numbers.contains(0x8000));
+  EXPECT_EQ(session.IncMsgNum(), 0x8001);
+}
+
+TEST_F(CAPISession, TheEndOfTheSystemReleasesOnlyWhereWanted) {
+  Init();
+  session.CAPIRelease(true);
+  EXPECT_TRUE(session.IsUp());
+  switches.options.CapiReleaseByShutdown = true;
+  session.CAPIRelease(true);
+  EXPECT_FALSE(session.IsUp());
+  session.CAPIRelease(false);
+  EXPECT_THAT(driver.calls, testing::EndsWith("profile(1) release(1) "));
+}
+
+TEST_F(CAPISession, ALostDriverIsToldOnceAndTriedAgain) {
+  Init();
+  driver.calls.clear();
+  tape.clear();
+  driver.whenEmpty = kCapiIllegalApplication;
+  driver.isReachable = false;
+  Poll(std::chrono::hours(2));
+  EXPECT_THAT(tape, ElementsAre("state", "event 10 of 0"));
+  // After 30 s, 60 s, 120 s, ... then every ten minutes; each time the answer is waited for.
+  EXPECT_EQ(driver.calls.substr(0, 11), "release(1) ");
+  const auto asked = (driver.calls.size() - 11) / 4;
+  EXPECT_EQ(asked, 15U) << driver.calls;
+
+  tape.clear();
+  driver.calls.clear();
+  driver.whenEmpty = kCapiQueueEmpty;
+  driver.isReachable = true;
+  driver.registering = 0x1008;
+  Poll(std::chrono::minutes(11));
+  EXPECT_THAT(tape, IsEmpty()) << "still refused";
+  driver.registering = kCapiOk;
+  Poll(std::chrono::minutes(11));
+  EXPECT_TRUE(session.IsUp());
+  EXPECT_THAT(tape, ElementsAre("state", "event 9 of 0"));
+
+  tape.clear();
+  driver.whenEmpty = kCapiIllegalApplication;
+  Poll(std::chrono::seconds(2));
+  EXPECT_THAT(tape, ElementsAre("state")) << "a line that comes and goes is told of once";
+}
+
+TEST_F(CAPISession, TheProfileIsDumpedForWhoeverLooks) {
+  MemoryLogStore logs;
+  ErrorHandling().Attach(logs, loop.GetClock(), "TST");
+  ErrorHandling().Switches.LogCAPI = true;
+  Init();
+  ErrorHandling().Switches.LogCAPI = false;
+  ErrorHandling().Detach();
+  const std::string log = logs.Text(R"(\log\debug.log)");
+  for (const char* part :
+       {"CAPI DLL OK", "CAPI Installed OK", "CAPI Register OK (Maker V=2.0-1.5)", "CAPI Register OK AppID=1",
+        "CAPI GetProfile Controllers=1", "CAPI Profile for Controller 1 Result=0x0", "B-Channels = 2",
+        "GlobOptions= 0x1F", "Register_I1= 7", "Register_M5= 0", "CAPI Start Listen", "CAPI Listen OK"}) {
+    EXPECT_THAT(log, HasSubstr(part));
+  }
+}
+
+TEST(CAPIDecode, NamesTheOctetsOfACaller) {
+  EXPECT_EQ(Decode_CallingPartyNumType(0x91), "00");
+  EXPECT_EQ(Decode_CallingPartyNumType(0x21), "0");
+  EXPECT_EQ(Decode_CallingPartyNumType(0x41), "");
+  EXPECT_EQ(Decode_CallingPartyNumPlan(0x29), "private");
+  EXPECT_EQ(Decode_CallingPartyNumPlan(0x02), "");
+  EXPECT_EQ(Decode_CallingPartyPresInd(0xA3), "presentation restricted");
+  EXPECT_EQ(Decode_CallingPartyPresInd(0xC3), "not available due to interworking");
+  EXPECT_EQ(Decode_CallingPartyScrInd(0x82), "is user-provided (verified but failed - spoofed number)");
+}
+
+}  // namespace
+}  // namespace vorlix

@@ -1,0 +1,181 @@
+#include "platform/posix/Capi20Library.h"
+
+#include <dlfcn.h>
+
+#include <gtest/gtest.h>
+
+#include "app/CapiServer.h"
+#include "fakes/TemporaryFolder.h"
+
+namespace vorlix {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr const char* kListen = "1a 00 07 00 05 80 01 80 01 00 00 00 7f 00 00 00 72 00 07 1c 00 00 00 00 00 00";
+constexpr const char* kListenConfirmation = "0e 00 07 00 05 81 01 80 01 00 00 00 00 00";
+constexpr const char* kDisconnect = "0e 00 07 00 04 82 03 80 01 01 00 00 90 34";
+
+TEST(Capi20LibraryAbsent, WithoutTheLibraryNothingIsThere) {
+  for (const char* file : {"libthere-is-none.so.3", "libm.so.6"}) {
+    Capi20Library driver(file);
+    std::uint32_t applId = 7;
+    std::string text = "x";
+    CapiProfile profile{};
+    CapiVersion version{};
+    EXPECT_FALSE(driver.IsDLLAvailable());
+    EXPECT_EQ(driver.CAPI_INSTALLED(), kCapiNotInstalled);
+    EXPECT_EQ(driver.CAPI_REGISTER({}, applId), kCapiNotInstalled);
+    EXPECT_EQ(applId, 0U);
+    EXPECT_EQ(driver.CAPI_GET_PROFILE(profile, 0), kCapiNotInstalled);
+    EXPECT_EQ(driver.CAPI_GET_VERSION(version), kCapiNotInstalled);
+    EXPECT_EQ(driver.CAPI_GET_MANUFACTURER(text), kCapiNotInstalled);
+    EXPECT_EQ(driver.CAPI_GET_MESSAGE(1, text), kCapiNotInstalled);
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(driver.CAPI_PUT_MESSAGE(1, "x"), kCapiNotInstalled);
+    EXPECT_EQ(driver.CAPI_RELEASE(1), kCapiNotInstalled);
+    driver.StartAsking();
+    EXPECT_FALSE(driver.HasAnswered());
+  }
+}
+
+class Capi20LibraryTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (dlopen(Capi20Library::kFile, RTLD_NOW) == nullptr) GTEST_SKIP() << "libcapi20 is not on this machine";
+    ASSERT_TRUE(driver.IsDLLAvailable());
+  }
+  void TearDown() override {
+    if (applId != 0) driver.CAPI_RELEASE(applId);
+  }
+
+  std::uint32_t Register() { return driver.CAPI_REGISTER({3072, 2, 7, 2048}, applId); }
+  // Polls until there is something else than nothing.
+  std::uint32_t Get(milliseconds limit = std::chrono::seconds(10)) {
+    const auto end = steady_clock::now() + limit;
+    std::uint32_t code = kCapiQueueEmpty;
+    do {
+      std::this_thread::sleep_for(milliseconds(1));
+      code = driver.CAPI_GET_MESSAGE(applId, message);
+    } while (code == kCapiQueueEmpty && steady_clock::now() < end);
+    return code;
+  }
+
+  TemporaryFolder home;
+  CapiServer server{port};
+  TemporaryVariable variable{"HOME", (server.WriteConfiguration(home.Path()), port = server.Port(), home.Path())};
+  Capi20Library driver;
+  std::uint32_t applId = 0;
+  std::string message;
+
+ private:
+  static inline int port = 0;  // the library reads its configuration once
+};
+
+TEST_F(Capi20LibraryTest, TalksToADriver) {
+  EXPECT_EQ(driver.CAPI_INSTALLED(), kCapiOk);
+  CapiVersion version{};
+  std::string maker;
+  EXPECT_EQ(driver.CAPI_GET_VERSION(version), kCapiOk);
+  EXPECT_EQ(driver.CAPI_GET_MANUFACTURER(maker), kCapiOk);
+  EXPECT_EQ(version[0], 2U);
+  EXPECT_FALSE(maker.empty());
+  ASSERT_EQ(Register(), kCapiOk);
+  EXPECT_EQ(applId, 7U);
+  CapiProfile profile{};
+  EXPECT_EQ(driver.CAPI_GET_PROFILE(profile, 1), kCapiOk);
+  EXPECT_EQ(profile[0], 1);
+  EXPECT_EQ(profile[2], 2);
+  EXPECT_EQ(driver.CAPI_GET_MESSAGE(applId, message), kCapiQueueEmpty);
+  EXPECT_EQ(driver.CAPI_PUT_MESSAGE(applId, fakes::FromHex(kListen)), kCapiOk);
+  EXPECT_EQ(server.Next(), kListen);
+  EXPECT_EQ(Get(), kCapiOk);
+  EXPECT_EQ(fakes::ToHex(message), kListenConfirmation);
+  EXPECT_EQ(driver.CAPI_RELEASE(applId), kCapiOk);
+  EXPECT_EQ(driver.CAPI_GET_MESSAGE(applId, message), kCapiIllegalApplication);
+}
+
+TEST_F(Capi20LibraryTest, AMessageInPiecesIsWaitedForWithoutStandingStill) {
+  ASSERT_EQ(Register(), kCapiOk);
+  const std::string frame = std::string("\x80\x0e\0", 3) + fakes::FromHex(kDisconnect);
+  server.SayBytes(frame.substr(0, 9));
+  EXPECT_EQ(Get(milliseconds(100)), kCapiQueueEmpty);
+  EXPECT_EQ(driver.CAPI_PUT_MESSAGE(applId, fakes::FromHex(kListen)), kCapiOk);
+  server.SayBytes(frame.substr(9) + frame);
+  EXPECT_EQ(Get(), kCapiOk);
+  EXPECT_EQ(fakes::ToHex(message), kDisconnect);
+  EXPECT_EQ(server.Next(), kListen) << "sent behind it";
+  EXPECT_EQ(Get(), kCapiOk);
+  EXPECT_EQ(fakes::ToHex(message), kDisconnect);
+  EXPECT_EQ(Get(), kCapiOk);
+  EXPECT_EQ(fakes::ToHex(message), kListenConfirmation);
+
+  server.SayBytes(frame.substr(0, 5));
+  EXPECT_EQ(Get(), kCapiIllegalApplication) << "the rest never comes";
+  EXPECT_EQ(driver.CAPI_RELEASE(applId), kCapiOk);
+  EXPECT_EQ(Register(), kCapiOk);
+}
+
+TEST_F(Capi20LibraryTest, AMessageLargerThanAllRoomEndsTheRegistration) {
+  ASSERT_EQ(Register(), kCapiOk);
+  server.SayBytes("\x80\x60\xea" + std::string(60000, '\x60'));
+  EXPECT_EQ(Get(), kCapiIllegalApplication);
+  EXPECT_TRUE(message.empty());
+}
+
+TEST_F(Capi20LibraryTest, ALengthBeyondTheMessageReadsNothingBeyondTheRoom) {
+  ASSERT_EQ(Register(), kCapiOk);
+  server.SayBytes(std::string("\x80\x0c\0", 3) + fakes::FromHex("ff ff 07 00 04 82 03 80 01 01 00 00"));
+  EXPECT_EQ(Get(), kCapiOk);
+  EXPECT_EQ(message.size(), CapiDriver::kLongestMessage);
+}
+
+TEST_F(Capi20LibraryTest, AServerMayGoAndComeBack) {
+  ASSERT_EQ(Register(), kCapiOk);
+  server.Stop();
+  EXPECT_EQ(Get(), kCapiIllegalApplication);
+  for (int i = 0; i < 3; ++i)
+    driver.CAPI_PUT_MESSAGE(applId, fakes::FromHex(kListen));  // no signal ends the program
+  driver.CAPI_RELEASE(applId);
+  driver.StartAsking();
+  std::this_thread::sleep_for(milliseconds(100));
+  EXPECT_FALSE(driver.HasAnswered());
+  EXPECT_EQ(Register(), kCapiNotInstalled);
+
+  server.Start();
+  driver.StartAsking();
+  const auto end = steady_clock::now() + std::chrono::seconds(10);
+  while (!driver.HasAnswered() && steady_clock::now() < end)
+    std::this_thread::sleep_for(milliseconds(1));
+  EXPECT_TRUE(driver.HasAnswered());
+  server.Stop();  // the connection for profiles is dead again
+  server.Start();
+  EXPECT_EQ(Register(), kCapiOk);
+  CapiProfile profile{};
+  EXPECT_EQ(driver.CAPI_GET_PROFILE(profile, 0), kCapiOk);
+}
+
+TEST_F(Capi20LibraryTest, AServerThatSaysNothingCountsAsNotThere) {
+  server.answers = false;
+  auto begin = steady_clock::now();
+  EXPECT_EQ(Register(), kCapiNotInstalled);
+  EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(6));
+  begin = steady_clock::now();
+  EXPECT_EQ(Register(), kCapiNotInstalled);
+  EXPECT_EQ(driver.CAPI_INSTALLED(), kCapiNotInstalled);
+  driver.StartAsking();
+  EXPECT_FALSE(driver.HasAnswered());
+  EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(1));
+
+  server.Stop();  // brings the call back
+  server.answers = true;
+  server.Start();
+  std::uint32_t code = kCapiNotInstalled;
+  for (int i = 0; i < 1000 && (code = Register()) == kCapiNotInstalled; ++i)
+    std::this_thread::sleep_for(milliseconds(10));
+  EXPECT_EQ(code, kCapiOk);
+}
+
+}  // namespace
+}  // namespace vorlix
