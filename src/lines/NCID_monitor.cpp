@@ -84,7 +84,6 @@ void NCID_monitor::TimerTick() {
 
 void NCID_monitor::EndRinging() {
   RingActive_ = false;
-  RingSeconds_ = 0;
   NCID_GetMessage({}, ports_.simulation.IsOpen());
 }
 

@@ -25,9 +25,11 @@ std::string CallOf(const std::string& line) {
 
 TEST(NCIDLines, AnnouncementsOfCallsAreHandedOverAndNothingElse) {
   const std::string rest = " *DATE*11212026*TIME*0220*LINE*GW0*NMBR*03012345*MESG*NONE*NAME*Caller*";
-  for (const char* label : {"CID:", "PID:", "WID:", "RID:"}) {
+  for (const char* label : {"CID:", "PID:", "RID:"}) {
     EXPECT_THAT(NCIDLinesToHandOver(label + rest), ElementsAre(label + rest));
   }
+  // A second call on a busy line: there is one at a time, so the first ends.
+  EXPECT_THAT(NCIDLinesToHandOver("WID:" + rest), ElementsAre("HUP", "WID:" + rest));
   for (const char* label : {"CIDLOG:", "HUPLOG:", "PIDLOG:", "OUT:", "OUTLOG:", "BLK:", "BLKLOG:", "PUT:", "END:",
                             "ENDLOG:", "CIDINFO:", "MSG:", "NOT:", "RLY:", "LOG:", "cid:", " CID:", "xCID:", "CID"}) {
     EXPECT_THAT(NCIDLinesToHandOver(label + rest), IsEmpty()) << label;

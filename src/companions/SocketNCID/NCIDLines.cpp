@@ -12,6 +12,7 @@ namespace {
 // Rings of the line, of a gateway or a telephone, a second call on a busy line, a ring-back.
 constexpr std::string_view kCalls[] = {"CID:", "PID:", "WID:", "RID:"};
 constexpr std::string_view kHungUp = "HUP:";
+constexpr std::string_view kWaiting = "WID:";
 // Ends a call for the main program; only that it has no "*" counts.
 constexpr const char* kEnd = "HUP";
 
@@ -75,7 +76,8 @@ std::vector<std::string> NCIDLinesToHandOver(std::string_view line) {
   if (fields.empty()) return {};
   const std::string call = HandedOver(label, fields);
   // There is one call at a time: what still rings ends first, or this one would not be taken.
-  return isHungUp ? std::vector<std::string>{kEnd, call, kEnd} : std::vector{call};
+  if (isHungUp) return {kEnd, call, kEnd};
+  return label == kWaiting ? std::vector<std::string>{kEnd, call} : std::vector{call};
 }
 
 }  // namespace vorlix
