@@ -51,6 +51,7 @@ void Blacklist::Replace(std::vector<BlacklistItem> items) {
 void Blacklist::Set(std::vector<BlacklistItem> items) {
   index_.reset();
   items_ = std::move(items);
+  index_ = std::make_unique<BlacklistIndex>(items_);
 }
 
 bool Blacklist::FuncBlackList_ReadFileToArray(const std::string& path, std::vector<BlacklistItem>& items) {
@@ -60,7 +61,9 @@ bool Blacklist::FuncBlackList_ReadFileToArray(const std::string& path, std::vect
         items.assign(1, {});
         const FileInfo info = ports_.files.Store().Stat(path);
         int lines = 0;
-        const std::string text = ports_.files.fOpenFileToStream(path, lines);
+        // An editor may have left LF alone.
+        const std::string text = vorlix::Replace(
+            vorlix::Replace(ports_.files.fOpenFileToStream(path, lines), kLineEnd, "\n"), "\n", kLineEnd);
         if (text.empty()) return !info.IsFile() || info.size == 0;
         if (text.find(kLineEnd) != std::string::npos) TakeLines(Split(text, kLineEnd), items);
         return true;
@@ -136,8 +139,7 @@ bool Blacklist::FuncBlackList_IsNumberIn(const std::string& number) const {
 }
 
 std::optional<BlacklistMatch> Blacklist::Find(std::string_view dataNumber, std::string_view MSN) const {
-  if (!index_) index_ = std::make_unique<BlacklistIndex>(items_);
-  return index_->Find(dataNumber, MSN);
+  return index_ ? index_->Find(dataNumber, MSN) : std::nullopt;
 }
 
 }  // namespace vorlix

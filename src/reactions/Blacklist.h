@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "data/Folders.h"
@@ -31,6 +32,11 @@ class Blacklist : public BlackListAdding {
 
   // All ports must outlive the object.
   explicit Blacklist(Ports ports) : ports_(std::move(ports)) {}
+  Blacklist(const Blacklist&) = delete;
+  Blacklist& operator=(const Blacklist&) = delete;
+
+  // What is called while the list's window is open, after each attempt to add a number.
+  void ReloadWindow(std::function<void()> reload) { ports_.reloadWindow = std::move(reload); }
 
   // The word that stands for all own numbers, "alle".
   static std::string AllWord();
@@ -62,7 +68,7 @@ class Blacklist : public BlackListAdding {
   Ports ports_;
   std::vector<BlacklistItem> items_;
   bool unread_ = false;
-  mutable std::unique_ptr<BlacklistIndex> index_;  // of items_; made when first asked
+  std::unique_ptr<BlacklistIndex> index_;  // of items_: made anew with them, so that no call waits for it
 };
 
 }  // namespace vorlix

@@ -1,12 +1,42 @@
-// The questions of a first start: where the calls come from, the router's name, the own country and area code. Decides
-// what is asked, in which order, and what the answers mean; how they are asked is the view's.
+// The questions of a first start: where the calls come from, the name of router or server, the own country and area
+// code. Decides what is asked, in which order, and which answers can be used; how they are asked is the view's: all on
+// one page, or one after the other.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "core/call_events.h"
 
 namespace vorlix {
 
+inline constexpr CallSource kFirstStartSources[] = {kSourceAVM, kSourceNCID, kSourceCAPI};
+
+enum class FirstStartField { kHost, kState, kCity };
+inline constexpr FirstStartField kFirstStartFields[] = {FirstStartField::kHost, FirstStartField::kState,
+                                                        FirstStartField::kCity};
+
+// The page as it is filled in. Codes are without leading zeros.
+struct FirstStartForm {
+  CallSource source = kSourceAVM;
+  std::string routerHost, serverHost;  // one for each source, so that a change of mind loses nothing
+  std::string myVWL = "49", myVWO;
+
+  // The text of a field; the host is that of the chosen source.
+  const std::string& Text(FirstStartField field) const;
+  void SetText(FirstStartField field, const std::string& text);
+};
+
+class FirstStartPage {
+ public:
+  virtual ~FirstStartPage() = default;
+  // Shows the form and takes what is typed into it; returns with a form without wrong fields, or false when the user
+  // leaves off.
+  virtual bool Fill(FirstStartForm& form) = 0;
+};
+
+// Where there is no page: a question, an answer.
 class FirstStartView {
  public:
   virtual ~FirstStartView() = default;
@@ -15,7 +45,21 @@ class FirstStartView {
   virtual void Tell(const std::string& text) = 0;
 };
 
-// What the user has. Codes are without leading zeros.
+// The page asked field by field; a wrong answer is asked for again at once.
+class FirstStartQuestions : public FirstStartPage {
+ public:
+  explicit FirstStartQuestions(FirstStartView& view) : view_(view) {}
+
+  bool Fill(FirstStartForm& form) override;
+
+ private:
+  bool AskSource(FirstStartForm& form);
+  bool AskField(FirstStartForm& form, FirstStartField field);
+
+  FirstStartView& view_;
+};
+
+// What the user has.
 struct FirstStartAnswers {
   bool CallMode_CAPI = false;
   bool CallMode_AVM = false;
@@ -27,17 +71,24 @@ struct FirstStartAnswers {
 
 class FirstStart {
  public:
-  explicit FirstStart(FirstStartView& view) : view_(view) {}
+  explicit FirstStart(FirstStartPage& page) : page_(page) {}
 
-  // Asks until the answers can be used; nothing when the user leaves off. `routerHost` and `serverHost` are proposed.
+  // Nothing when the user leaves off. `routerHost` and `serverHost` are proposed.
   std::optional<FirstStartAnswers> Run(const std::string& routerHost, const std::string& serverHost);
 
- private:
-  bool AskSource(FirstStartAnswers& answers);
-  bool AskHost(FirstStartAnswers& answers, const std::string& routerHost, const std::string& serverHost);
-  bool AskCode(const std::string& question, const std::string& fallback, std::string& code);
+  static std::string Welcome();
+  static std::string SourceQuestion();
+  static std::string SourceName(CallSource source);
+  static std::string Label(const FirstStartForm& form, FirstStartField field);
+  static std::string WrongNote();
 
-  FirstStartView& view_;
+  // A driver on this machine has no host.
+  static bool IsAsked(const FirstStartForm& form, FirstStartField field);
+  static bool IsUsable(const FirstStartForm& form, FirstStartField field);
+  static std::vector<FirstStartField> WrongFields(const FirstStartForm& form);
+
+ private:
+  FirstStartPage& page_;
 };
 
 }  // namespace vorlix

@@ -154,10 +154,14 @@ void TypedCommands::ShowBook(std::string_view search) {
 void TypedCommands::Ring(std::string_view argument) {
   const auto [first, rest] = FirstWord(argument);
   std::string number = DigitsOf(first);
-  if (number.empty() && !first.empty()) return ShowHelp();
   const bool isForeign = number.starts_with("00") || number.starts_with("+");
   number.erase(0, number.find_first_not_of("+0"));
-  const std::string MSN = rest.empty() ? ports_.simulation.ProposedMSN() : std::string(rest);
+  if (number.empty() && !first.empty()) return ShowHelp();
+  const std::string MSN = rest.empty() ? ports_.simulation.ProposedMSN() : DigitsOf(rest);
+  if (!ports_.simulation.IsOpen() && ports_.isBusy()) {
+    return ports_.view.ShowLine(
+        LoadLangKey("Console_Msg_CallRuns", "Gerade läuft ein Anruf: die Simulation würde ihn verlieren."_ansi));
+  }
   if (!ports_.simulation.IsOpen()) {
     ports_.simulation.Form_Load();
     ports_.view.ShowLine(

@@ -25,6 +25,7 @@ class TypedCommands {
     PhoneBook& book;
     Blocking& blocking;
     fSimulation& simulation;
+    std::function<bool()> isBusy;                         // a real call is in progress
     std::function<Calls(std::size_t count)> readJournal;  // the newest, newest first, with names
     std::function<const clsCollection&()> bookCollection;
   };

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "core/pipeline_ports.h"
@@ -13,10 +14,49 @@
 
 namespace vorlix {
 
+struct AreaCodes {
+  std::string myVWL, myVWO;
+};
+
+// The first page.
+struct AreaCodePage {
+  std::string note;
+  AreaCodes codes;
+  bool isWrongVWL = false, isWrongVWO = false;
+};
+
+// A view may answer from inside the call or later; each answer is given once.
+class fInputVorwahlView {
+ public:
+  virtual ~fInputVorwahlView() = default;
+  // Shows the first page, or other content on it. Nothing is answered when the user leaves off.
+  virtual void AskCodes(const AreaCodePage& page,
+                        std::function<void(const std::optional<AreaCodes>& codes)> answered) = 0;
+  // Shows the second page, which asks for a call of the own line, until the user goes on.
+  virtual void AskTestCall(const std::string& text, std::function<void()> finished) = 0;
+  // What the test call has told, on the second page.
+  virtual void ShowTestCall(const std::string& text) = 0;
+  virtual void Close() = 0;
+};
+
+// The pages as questions.
+class AreaCodeQuestions : public fInputVorwahlView {
+ public:
+  explicit AreaCodeQuestions(FirstStartView& view) : view_(view) {}
+
+  void AskCodes(const AreaCodePage& page, std::function<void(const std::optional<AreaCodes>& codes)> answered) override;
+  void AskTestCall(const std::string& text, std::function<void()> finished) override;
+  void ShowTestCall(const std::string& text) override { view_.Tell(text); }
+  void Close() override {}
+
+ private:
+  FirstStartView& view_;
+};
+
 class fInputVorwahl : public PrefixInput {
  public:
   struct Ports {
-    FirstStartView& view;
+    fInputVorwahlView& view;
     std::function<bool()> canAsk;  // somebody is there to answer
     Settings& settings;
     modAPI_INI& ini;
@@ -35,8 +75,12 @@ class fInputVorwahl : public PrefixInput {
   void DataToPrefixCheck(const std::string& number, const std::string& infoPrefix, const std::string& zeros);
 
  private:
-  bool AskCodes();
+  void AskCodes(const AreaCodePage& page);
+  void TakeCodes(const std::optional<AreaCodes>& codes);
+  void AskTestCall();
+  void Finish();
   void Store();
+  void Close();
 
   Ports ports_;
   bool PrefixActiveCheck_ = false;

@@ -21,16 +21,27 @@ constexpr int kMostLines = 5;
 void fSimulation::Form_Load() {
   slots_ = {};
   SimulationOpen_ = true;
+  TellChange();
+}
+
+void fSimulation::TellChange() const {
+  if (changed_) changed_();
+}
+
+void fSimulation::chkSimWrite_Click(bool write) {
+  ports_.settings.General.SimWrite = write;
+  if (ports_.saveSettings) ports_.saveSettings();
 }
 
 void fSimulation::cmdCancel_Click() {
   Trapped("fSimulation.cmdCancel_Click", [&] {
     for (int slot = 0; slot < kSlots; ++slot) {
-      if (slots_.at(static_cast<std::size_t>(slot)).used) cmdTrennen_Click(slot);
+      if (IsUsed(slot)) cmdTrennen_Click(slot);
     }
     ports_.resetDisplay();
   });
   SimulationOpen_ = false;
+  TellChange();
 }
 
 std::string fSimulation::ProposedMSN() {
@@ -42,11 +53,15 @@ std::string fSimulation::ProposedMSN() {
   return {};
 }
 
+int fSimulation::Lines() const {
+  const int lines = ports_.countBChannels();
+  return lines < 1 ? kFewestLines : std::min(lines, kMostLines);
+}
+
 int fSimulation::FreeSlot() const {
-  int lines = ports_.countBChannels();
-  lines = lines < 1 ? kFewestLines : std::min(lines, kMostLines);
+  const int lines = Lines();
   for (int slot = 0; slot < lines; ++slot) {
-    if (!slots_.at(static_cast<std::size_t>(slot)).used) return slot;
+    if (!IsUsed(slot)) return slot;
   }
   return -1;
 }
@@ -66,9 +81,10 @@ bool fSimulation::cmdSim_Click(const std::string& number, const std::string& MSN
           label = number + " (" + LoadLangKey("Simulation_String_Internal", "interne Nummer"_ansi) + ")";
         } else if (!number.empty()) {
           call.DataNumber = (isNational ? prefix : "0" + prefix) + number;
-          label = (isNational ? "0" : "00") + number;
+          label = labPraefix(isNational) + number;
         }
         slots_.at(static_cast<std::size_t>(free)) = {true, label};
+        TellChange();
         Forge(call);
         return true;
       },
@@ -94,6 +110,7 @@ void fSimulation::cmdTrennen_Click(std::int32_t slot) {
       [&] {
         if (slot < 0 || slot >= kSlots) return;
         slots_.at(static_cast<std::size_t>(slot)) = {};
+        TellChange();
         current_.PLCI = slot;
         ForgeEnd();
       },

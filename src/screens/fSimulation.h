@@ -26,7 +26,7 @@ class fSimulation : public SimulationWindow {
 
   struct Ports {
     const CivilClock& clock;
-    const Settings& settings;
+    Settings& settings;
     OwnNumbers& ownNumbers;
     // The receiving routines of the three sources. Event 0 is a ring, 2 the end of a call.
     std::function<void(int event)> CAPI_GetMessage;
@@ -34,6 +34,7 @@ class fSimulation : public SimulationWindow {
     std::function<void(const std::string& line)> NCID_GetMessage;
     std::function<int()> countBChannels;
     std::function<void()> resetDisplay;
+    std::function<void()> saveSettings = {};  // after SimWrite has changed
   };
 
   // All ports must outlive the object.
@@ -43,14 +44,27 @@ class fSimulation : public SimulationWindow {
   // Ends every simulated call, resets the display and lets real calls through again.
   void cmdCancel_Click();
 
+  // Called after each change of the lines or of the window's state; the view is drawn anew. The routine may be empty.
+  void OnChange(std::function<void()> changed) { changed_ = std::move(changed); }
+
+  // Whether a simulated call reaches journal, counters and the rest.
+  bool SimWrite() const { return ports_.settings.General.SimWrite; }
+  void chkSimWrite_Click(bool write);
+
+  // What stands in front of the number as it is typed.
+  static std::string labPraefix(bool isNational) { return isNational ? "0" : "00"; }
+
   // The own number that is proposed: the first of the table that has one.
   std::string ProposedMSN();
 
   // Rings: `number` as typed behind the prefix, which is that of a national or of a foreign call. False when all lines
   // are in use.
   bool cmdSim_Click(const std::string& number, const std::string& MSN, bool isNational);
+  // How many calls there can be at a time.
+  int Lines() const;
   // Whether a further call can be made.
   bool CanRing() const { return FreeSlot() >= 0; }
+  bool IsUsed(int slot) const { return slots_.at(static_cast<std::size_t>(slot)).used; }
   // What a slot's line shows; empty for a free one.
   const std::string& Label(int slot) const { return slots_.at(static_cast<std::size_t>(slot)).label; }
 
@@ -71,7 +85,10 @@ class fSimulation : public SimulationWindow {
   void ForgeEnd();
   std::string Stamp() const;
 
+  void TellChange() const;
+
   Ports ports_;
+  std::function<void()> changed_;
   bool SimulationOpen_ = false;
   std::array<Slot, kSlots> slots_;
   Call current_;

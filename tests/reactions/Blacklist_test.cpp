@@ -42,7 +42,7 @@ TEST_F(BlacklistTest, ReadsTheFileWithItsOldHabits) {
   EXPECT_THAT(ErrorLog(), HasSubstr(" + 9 + a number without fields"));
   // A blank line costs the last entry.
   EXPECT_THAT(Read("1||A\r\n\r\n2||B\r\n3||C\r\n"), ElementsAre("1//A", "//", "2//B"));
-  EXPECT_THAT(Read(std::string("\0\xFF|\n|\r\n", 7)), SizeIs(1));
+  EXPECT_THAT(Read(std::string("\0\xFF|\n|\r\n", 7)), SizeIs(2));  // LF alone ends a line too
 }
 
 TEST_F(BlacklistTest, WritesNumbersOnlyAndNoFieldCanForgeAnother) {

@@ -37,7 +37,8 @@ TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
   };
   for (const Row& row : rows) {
     ScriptedView view(row.answers);
-    const auto got = FirstStart(view).Run("fritz.box", "server");
+    FirstStartQuestions questions(view);
+    const auto got = FirstStart(questions).Run("fritz.box", "server");
     ASSERT_TRUE(got.has_value()) << row.expected;
     EXPECT_EQ(std::string() + (got->CallMode_CAPI ? "1" : "0") + (got->CallMode_AVM ? "1" : "0") +
                   (got->CallMode_NCID ? "1" : "0") + " " + got->Host + " " + got->myVWL + " " + got->myVWO,
@@ -49,7 +50,8 @@ TEST(FirstStart, LeavingOffAtAnyQuestionChangesNothing) {
   const std::deque<std::string> all{"1", "", "49"};
   for (std::size_t given = 0; given <= all.size(); ++given) {
     ScriptedView view({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(given)});
-    EXPECT_FALSE(FirstStart(view).Run("fritz.box", "server").has_value());
+    FirstStartQuestions questions(view);
+    EXPECT_FALSE(FirstStart(questions).Run("fritz.box", "server").has_value());
   }
 }
 

@@ -1,0 +1,66 @@
+#include "screens/DisplayCommands.h"
+
+#include "reactions/modFunction_Blocking.h"
+#include "services/clsErrorHandling.h"
+
+namespace vorlix {
+namespace {
+
+constexpr int kModeStop = 1;  // of the hang-up button
+
+void Tell(const std::function<void()>& hook) {
+  if (hook) hook();
+}
+
+}  // namespace
+
+std::shared_ptr<oDataCall> DisplayCommands::CallOf(std::size_t line) const {
+  return std::dynamic_pointer_cast<oDataCall>(ports_.state.ActiveCallList.GetItemByIndex(line + 1));
+}
+
+bool DisplayCommands::ClickFromToolbar() {
+  for (std::size_t line = 0; line < ports_.state.ActiveCallList.Count(); ++line) {
+    const auto call = CallOf(line);
+    if (call && !call->Blocked) return RejectLine(line);
+  }
+  return false;
+}
+
+// The line is taken and dropped, as for a call that a rule refuses.
+bool DisplayCommands::RejectLine(std::size_t line) {
+  return Trapped(
+      "fMain.ClickFromToolbar",
+      [&] {
+        const auto call = CallOf(line);
+        if (!call || call->Blocked) return false;
+        ports_.display.ButtonEnableHangUp(static_cast<int>(line), kModeStop, false);
+        if (!ports_.settings.General.CallMode_CAPI) return false;
+        call->Blocked = true;
+        call->BlockFunction = kRejectUser;
+        call->Active = false;
+        ports_.capi.CAPIResponse(true, call->PLCI, ports_.simulation.IsOpen(), 1);
+        return true;
+      },
+      line);
+}
+
+void DisplayCommands::ToggleReject(bool& mark) {
+  Toggle(mark);
+  const auto& general = ports_.settings.General;
+  if (ports_.refreshDisplay) ports_.refreshDisplay(general.BlockAll || general.BlockAllByTime);
+}
+
+void DisplayCommands::mnuSilentMode_Click() {
+  Toggle(ports_.settings.General.SilentMode);
+  Tell(ports_.silentModeChanged);
+}
+
+void DisplayCommands::mnuReset_Click() {
+  Tell(ports_.resetDisplay);
+}
+
+void DisplayCommands::mnuCAPIReset_Click() {
+  if (ports_.settings.General.CallMode_CAPI) Tell(ports_.resetCAPI);
+}
+
+}  // namespace vorlix

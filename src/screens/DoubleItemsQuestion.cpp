@@ -1,0 +1,21 @@
+#include "screens/DoubleItemsQuestion.h"
+
+#include "services/ansi.h"
+#include "services/modLanguage.h"
+
+namespace vorlix {
+
+DoubleItem DoubleItemsQuestion::ShowDialog(const std::string& number, const std::string& oldName,
+                                           const std::string& oldAddress, std::string& newName,
+                                           std::string& newAddress) {
+  if (!canAsk_()) return DoubleItem::kNothing;
+  view_.Tell(LoadLangKey("DoubleItems_Label_Number", "Rufnummer:"_ansi) + " " + number);
+  view_.Tell("  1  " + newName + ", " + newAddress);
+  view_.Tell("  2  " + oldName + ", " + oldAddress);
+  const auto answer = view_.Ask(
+      LoadLangKey("DoubleItems_Label_Which", "Welcher Eintrag gilt (4: der alte, auch bei allen weiteren)"_ansi), "2");
+  if (answer == "1") return DoubleItem::kSetItem;
+  return answer == "4" ? DoubleItem::kAuto : DoubleItem::kNothing;
+}
+
+}  // namespace vorlix

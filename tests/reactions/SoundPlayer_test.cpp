@@ -1,0 +1,68 @@
+#include "reactions/SoundPlayer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/FakeSoundDevice.h"
+#include "fakes/MemoryFileStore.h"
+
+namespace vorlix {
+namespace {
+
+using testing::ElementsAre;
+
+class SoundPlayerTest : public testing::Test {
+ protected:
+  SoundPlayerTest() {
+    store.AddFolder("/program");
+    store.AddFile("/data/data/callersound/0171.wav", "x");
+    store.AddFile("/data/data/callersound/Unbekannt.wav", "x");
+    store.AddFile("/data/data/0172.wav", "x");
+  }
+  void Ring(const std::string& number, int second) {
+    auto call = std::make_shared<oDataCall>();
+    call->Key = number;
+    call->DataNumber(number);
+    call->CallDateTime = DateTime::FromCivil(2024, 1, 1, 8, 0, second);
+    state.ActiveCallList.Clear();
+    state.ActiveCallList.Add(call);
+  }
+
+  MemoryFileStore store;
+  Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .override = "/data"}};
+  PipelineState state;
+  FakeSoundDevice device;
+  SoundPlayer player{{device, store, folders, state, [](const std::string& path) { return "/program/" + path; },
+                      [](const std::string& number) { return number == "0171"; }}};
+};
+
+TEST_F(SoundPlayerTest, PlaysTheFileOfTheSettingsAndNothingForNone) {
+  player.Play("ring.wav");
+  player.Play("");
+  EXPECT_THAT(device.played, ElementsAre("/program/ring.wav"));
+  EXPECT_TRUE(player.IsVip("0171"));
+  EXPECT_FALSE(player.IsVip("0172"));
+}
+
+TEST_F(SoundPlayerTest, ACallersOwnSoundIsPlayedToItsEndOnceForEachCall) {
+  Ring("0171", 1);
+  EXPECT_TRUE(player.PlayPersonal("0171"));
+  EXPECT_TRUE(player.PlayPersonal("0171"));
+  device.isPlaying = false;
+  EXPECT_FALSE(player.PlayPersonal("0171"));
+  Ring("0171", 30);
+  EXPECT_TRUE(player.PlayPersonal("0171"));
+  EXPECT_EQ(device.played.size(), 2U);
+}
+
+TEST_F(SoundPlayerTest, OnlyTheDigitsOfANumberNameAFile) {
+  for (const char* number : {"", "0172", "../0172", "Unbekannt", "0171.wav"}) {
+    EXPECT_FALSE(player.PlayPersonal(number)) << number;
+    EXPECT_FALSE(player.HaveCallerSoundFile(number)) << number;
+  }
+  EXPECT_TRUE(player.HaveCallerSoundFile("0171"));
+  EXPECT_TRUE(device.played.empty());
+}
+
+}  // namespace
+}  // namespace vorlix
