@@ -94,7 +94,8 @@ void CallPipeline::ListenFailed() {
 void CallPipeline::CheckOwnPrefix() {
   const bool wrong = options_.myVWL.starts_with("00") || options_.myVWO.starts_with("0") || options_.myVWO.empty() ||
                      options_.myVWL.empty();
-  if (wrong) ports_.prefixInput.Open();
+  // From the loop: the questions wait for a person, and the source that has just come up must not wait with them.
+  if (wrong) ports_.loop.Post([this] { ports_.prefixInput.Open(); });
 }
 
 void CallPipeline::Message(const std::string& first, const std::string& second) {

@@ -12,75 +12,47 @@ namespace {
 
 constexpr std::size_t kWhatWidth = 12;
 
-std::string StateText(const LineStates& states) {
-  struct Row {
-    LineStates::One state;
-    std::string ok, error;
-  };
-  const Row rows[] = {
-      {states.CAPI, LoadLangKey("DeclareAll_Const_CAPIOk", "CAPI2.0 Init OK"_ansi),
-       LoadLangKey("DeclareAll_Const_CAPIError", "CAPI2.0 Init Fehler"_ansi)},
-      {states.AVM, LoadLangKey("DeclareAll_Const_AVMOk", "AVM OK"_ansi),
-       LoadLangKey("DeclareAll_Const_AVMError", "AVM Fehler"_ansi)},
-      {states.NCID, LoadLangKey("DeclareAll_Const_NCIDOk", "NCID OK"_ansi),
-       LoadLangKey("DeclareAll_Const_NCIDError", "NCID Fehler"_ansi)},
-  };
-  std::string text;
-  for (const Row& row : rows) {
-    if (!row.state.used) continue;
-    if (!text.empty()) text += "/";
-    text += row.state.up ? row.ok : row.error;
-  }
-  return text;
-}
-
 }  // namespace
 
-std::string CallFeed::Display_NoCall() const {
-  std::string text = StateText(ports_.lines.Read());
-  return text.empty() ? LoadLangKey("DeclareAll_Const_NoCall", "kein Anruf"_ansi) : text;
-}
-
-void CallFeed::DisplayUpdate(bool) {
-  Trapped("CallFeed.DisplayUpdate", [&] {
-    ShowState(Display_NoCall());
-    for (const auto& entry : ports_.state.ActiveCallList.GetCollection()) {
-      const auto call = ports_.state.ActiveCallList.ItemByKeyAs<oDataCall>(entry.key);
-      if (!call) continue;
-      const auto [shown, isNew] = shown_.try_emplace(call->PLCI);
-      if (!isNew && shown->second.rang == call->CallDateTime) continue;
-      shown->second = {call->CallDateTime, PartyOf(*call)};
-      ShowRing(*call);
+void CallFeed::ShowLines(const DisplayContent& content) {
+  Trapped("CallFeed.ShowLines", [&] {
+    ShowState(content.lineState);
+    for (const DisplayLine& line : content.lines) {
+      if (!line.isActive) continue;
+      const auto [shown, isNew] = shown_.try_emplace(line.PLCI);
+      if (!isNew && shown->second.rang == line.rang) continue;
+      shown->second = {line.rang, line.caller, line.isRefused};
+      ShowRing(line);
     }
   });
 }
 
-void CallFeed::ChangeDisplayData(const std::string& idleText) {
-  ShowState(idleText);
-}
-
-void CallFeed::MarkBlocked(std::int32_t, const std::string&) {
-  // The refusal was shown with the ring: a terminal has no logo to mark afterwards.
-}
-
 void CallFeed::OnDialled(const oDataCall& call) {
-  shown_[call.PLCI] = {call.CallDateTime, PartyOf(call)};
+  oDataCall known = call;
+  if (identify) identify(known);
+  shown_[call.PLCI] = {call.CallDateTime, PartyOf(known)};
   Show(LoadLangKey("Console_String_Dialled", "Gewählt"_ansi),
-       PartyOf(call) + " " + LoadLangKey("Console_Label_From", "von"_ansi) + " " + OwnNumberOf(call));
+       PartyOf(known) + " " + LoadLangKey("Console_Label_From", "von"_ansi) + " " + OwnNumberOf(known));
 }
 
 void CallFeed::OnAnswered(const oDataCall& call) {
-  if (shown_.contains(call.PLCI)) Show(LoadLangKey("Console_String_Answered", "Angenommen"_ansi), PartyOf(call));
+  const auto shown = shown_.find(call.PLCI);
+  if (shown != shown_.end()) Show(LoadLangKey("Console_String_Answered", "Angenommen"_ansi), shown->second.party);
 }
 
+// The source's own record knows no name: what was shown with the ring holds.
 void CallFeed::OnEnded(const oDataCall& call) {
-  if (shown_.erase(call.PLCI) == 0) return;
+  const auto ended = shown_.extract(call.PLCI);
+  if (!ended) return;
+  const auto& [rang, party, isRefused] = ended.mapped();
   if (!call.NewCall) {
-    Show(LoadLangKey("Console_String_Ended", "Beendet"_ansi), PartyOf(call) + ", " + PeriodText(call.AVMCallperiod));
+    Show(LoadLangKey("Console_String_Ended", "Beendet"_ansi), party + ", " + PeriodText(call.AVMCallperiod));
+  } else if (isRefused) {
+    Show(LoadLangKey("Console_String_Ended", "Beendet"_ansi), party);
   } else if (call.AVMDirection == CallDirection::kIncoming) {
-    Show(LoadLangKey("Console_String_Missed", "Entgangen"_ansi), PartyOf(call));
+    Show(LoadLangKey("Console_String_Missed", "Entgangen"_ansi), party);
   } else {
-    Show(LoadLangKey("Console_String_NotReached", "Erfolglos"_ansi), PartyOf(call));
+    Show(LoadLangKey("Console_String_NotReached", "Erfolglos"_ansi), party);
   }
 }
 
@@ -95,21 +67,19 @@ void CallFeed::ShowState(const std::string& text) {
   Show(LoadLangKey("Console_String_Line", "Leitung"_ansi), text);
 }
 
-void CallFeed::ShowRing(const oDataCall& call) {
-  const std::string text =
-      PartyOf(call) + " " + LoadLangKey("Display_Label_CallTo", "an"_ansi) + " " + OwnNumberOf(call);
-  Show(LoadLangKey("Console_String_Ring", "Anruf"_ansi), text);
-  if (!call.Blocked) return;
-  const std::string reason = ports_.blocking.FuncBlocking_GetDescription(call.BlockFunction);
+void CallFeed::ShowRing(const DisplayLine& line) {
+  Show(LoadLangKey("Console_String_Ring", "Anruf"_ansi),
+       line.caller + " " + LoadLangKey("Display_Label_CallTo", "an"_ansi) + " " + line.ownNumber);
+  if (!line.isRefused) return;
   Show(LoadLangKey("Console_String_Refused", "Abgewiesen"_ansi),
-       reason.empty() ? PartyOf(call) : PartyOf(call) + ", " + reason);
+       line.blockReason.empty() ? line.caller : line.caller + ", " + line.blockReason);
 }
 
 void CallFeed::Show(const std::string& what, const std::string& text) {
-  const DateTime now = ports_.clock.Now();
+  const DateTime now = clock_.Now();
   std::string line = GetFormatedDateByDate(now) + " " + GetFormatedTime(now) + "  " + what;
   if (what.size() < kWhatWidth) line.append(kWhatWidth - what.size(), ' ');
-  ports_.view.ShowLine(WithoutControls(line + text));
+  view_.ShowLine(WithoutControls(line + text));
 }
 
 }  // namespace vorlix

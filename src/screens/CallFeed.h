@@ -1,14 +1,14 @@
-// The course of the calls as a list of lines, the display of a terminal: one line for each ring, answer, end and
-// refusal, and one whenever the state of the line interfaces changes. Decides what is shown; how it looks is the
-// view's.
+// The course of the calls as a list of lines, the caller display of a terminal: one line for each ring, answer, end and
+// refusal, and one whenever the state of the line interfaces changes. Tells what is new in the display; how it looks is
+// the terminal's.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
-#include "core/CallPipeline.h"
 #include "core/call_watch.h"
-#include "screens/LineStates.h"
+#include "screens/MainDisplayView.h"
 #include "services/DateTime.h"
 
 namespace vorlix {
@@ -20,29 +20,20 @@ class CallFeedView {
   virtual void ShowLine(const std::string& line) = 0;
 };
 
-class CallFeed : public CallDisplay, public CallWatch {
+class CallFeed : public MainDisplayView, public CallWatch {
  public:
-  struct Ports {
-    CallFeedView& view;
-    const CivilClock& clock;
-    const PipelineState& state;
-    const LineStateSource& lines;
-    Blocking& blocking;
-  };
+  // Both must outlive the object.
+  CallFeed(CallFeedView& view, const CivilClock& clock) : view_(view), clock_(clock) {}
 
-  // All ports must outlive the object.
-  explicit CallFeed(Ports ports) : ports_(ports) {}
+  // Gives a dialled call, which never stands in the display, its name and its own number's alias; may be empty.
+  std::function<void(oDataCall& call)> identify;
 
-  // The state of the sources in use, joined with "/": "CAPI2.0 Init OK/AVM Fehler"; "kein Anruf" when none is.
-  std::string Display_NoCall() const;
-
-  void DisplayUpdate(bool search) override;
-  void DisplayResize() override {}
-  void ChangeDisplayData(const std::string& idleText) override;
-  void DisplayWidth() override {}
-  void ButtonEnableBell(int, bool) override {}
-  void ButtonEnableHangUp(int, int, bool) override {}
-  void MarkBlocked(std::int32_t PLCI, const std::string& reason) override;
+  void ShowLines(const DisplayContent& content) override;
+  void ShowClock(const std::string&, const std::string&) override {}
+  void BringToTop() override {}
+  void SetPlace(BarPlace) override {}
+  bool IsInUse() override { return false; }
+  void ShowSkin(const Skin&) override {}
 
   void OnDialled(const oDataCall& call) override;
   void OnAnswered(const oDataCall& call) override;
@@ -51,14 +42,16 @@ class CallFeed : public CallDisplay, public CallWatch {
 
  private:
   void ShowState(const std::string& text);
-  void ShowRing(const oDataCall& call);
+  void ShowRing(const DisplayLine& line);
   void Show(const std::string& what, const std::string& text);
 
-  Ports ports_;
+  CallFeedView& view_;
+  const CivilClock& clock_;
   std::string shownState_;
   struct Shown {
     DateTime rang;
     std::string party;
+    bool isRefused = false;
   };
 
   // Calls whose ring was shown and whose end was not: what is hidden stays hidden to its end.

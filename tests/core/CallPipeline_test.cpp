@@ -25,6 +25,7 @@ class CallPipelineTest : public testing::Test {
     ports.tape.clear();
     rang = pipeline.CAPI_FunctionsForwarder(source, event, id, 16, travelling, number.empty() ? "" : "77", simulated);
     normalised = travelling;
+    loop.RunPending();  // what is left for the loop
     return ports.Taken();
   }
   std::vector<std::string> Ring(const std::string& number, int id = 0, bool simulated = false) {

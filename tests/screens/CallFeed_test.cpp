@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/null_ports.h"
+#include "fakes/DisplayRoom.h"
 #include "fakes/FakeClock.h"
 
 namespace vorlix {
@@ -12,13 +12,20 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class CallFeedTest : public testing::Test, public CallFeedView, public LineStateSource {
- protected:
-  CallFeedTest() { clock.SetNow(DateTime::FromCivil(2026, 11, 21, 8, 0, 0)); }
+class Terminal : public CallFeedView {
+ public:
+  Terminal() { clock.SetNow(DateTime::FromCivil(2026, 11, 21, 8, 0, 0)); }
 
   // Without the date and time in front.
   void ShowLine(const std::string& line) override { lines.push_back(line.substr(21)); }
-  LineStates Read() const override { return states; }
+
+  std::vector<std::string> lines;
+  FakeClock clock;
+};
+
+class CallFeedTest : public testing::Test, public Terminal, public DisplayRoom<CallFeed> {
+ protected:
+  CallFeedTest() : DisplayRoom(static_cast<CallFeedView&>(*this), clock) {}
 
   std::shared_ptr<oDataCall> Ring(int id, const std::string& number, bool blocked = false) {
     auto call = std::make_shared<oDataCall>(&numbers);
@@ -34,87 +41,81 @@ class CallFeedTest : public testing::Test, public CallFeedView, public LineState
   }
   std::vector<std::string> Taken() { return std::exchange(lines, {}); }
 
-  std::vector<std::string> lines;
-  FakeClock clock;
-  PipelineState state;
-  LineStates states{.CAPI = {}, .AVM = {true, true}, .NCID = {}};
   PlainNumbers numbers;
-  NoBlocking blocking;
-  CallFeed feed{{*this, clock, state, *this, blocking}};
 };
 
 TEST_F(CallFeedTest, TellsTheStateOfTheSourcesInUseWheneverItChanges) {
-  feed.DisplayUpdate(true);
-  feed.DisplayUpdate(true);
-  states = {.CAPI = {true, true}, .AVM = {true, false}, .NCID = {true, true}};
-  feed.DisplayUpdate(true);
-  states = {};
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
+  world.states = {.CAPI = {true, true}, .AVM = {true, false}, .NCID = {true, true}};
+  screen.display.DisplayUpdate(true);
+  world.states = {};
+  screen.display.DisplayUpdate(true);
   EXPECT_THAT(Taken(), ElementsAre("Leitung     AVM OK", "Leitung     CAPI2.0 Init OK/AVM Fehler/NCID OK",
                                    "Leitung     kein Anruf"));
 }
 
 TEST_F(CallFeedTest, ShowsTheCourseOfACallInOneLineForEachStep) {
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   Taken();
   const auto call = Ring(2, "0171555");
-  feed.DisplayUpdate(true);
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   call->NewCall = false;
-  feed.OnAnswered(*call);
+  bar.OnAnswered(*call);
   call->AVMCallperiod = 3725;
-  feed.OnEnded(*call);
+  bar.OnEnded(*call);
   EXPECT_THAT(Taken(),
               ElementsAre("Anruf       0171555 an 1234", "Angenommen  0171555", "Beendet     0171555, 1:02:05"));
 }
 
 TEST_F(CallFeedTest, TellsMissedFromUnreachedCalls) {
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   Taken();
   const auto missed = Ring(0, "0171555");
-  feed.DisplayUpdate(true);
-  feed.OnEnded(*missed);
+  screen.display.DisplayUpdate(true);
+  bar.OnEnded(*missed);
   oDataCall dialled(&numbers);
   dialled.PLCI = 1;
   dialled.DataNumber("0301");
   dialled.MSN = "77";
   dialled.NewCall = true;
   dialled.AVMDirection = CallDirection::kOutgoing;
-  feed.OnDialled(dialled);
-  feed.OnEnded(dialled);
+  bar.OnDialled(dialled);
+  bar.OnEnded(dialled);
   EXPECT_THAT(Taken(), ElementsAre("Anruf       0171555 an 1234", "Entgangen   0171555", "Gew\xE4hlt     0301 von 77",
                                    "Erfolglos   0301"));
 }
 
 TEST_F(CallFeedTest, SaysThatACallWasRefused) {
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   Taken();
   Ring(0, "0190", true);
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   EXPECT_THAT(Taken(), ElementsAre("Anruf       0190 an 1234", "Abgewiesen  0190"));
 }
 
 TEST_F(CallFeedTest, ACallThatWasNotShownHasNoEndEither) {
   const auto hidden = Ring(0, "0190", true);
-  feed.OnAnswered(*hidden);
-  feed.OnEnded(*hidden);
+  bar.OnAnswered(*hidden);
+  bar.OnEnded(*hidden);
   EXPECT_THAT(Taken(), IsEmpty());
 }
 
 TEST_F(CallFeedTest, AnIdThatIsUsedAgainIsANewCall) {
   const auto first = Ring(0, "0171");
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   state.ActiveCallList.RemoveByKeyName("0");
   Taken();
   clock.SetNow(clock.Now().AddSeconds(60));
   Ring(0, "0172");
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   EXPECT_THAT(Taken(), ElementsAre("Anruf       0172 an 1234"));
 }
 
 TEST_F(CallFeedTest, NothingFromTheNetworkCanCommandTheTerminal) {
   Ring(0, "01\x1B[2J\r71");
-  feed.DisplayUpdate(true);
+  screen.display.DisplayUpdate(true);
   for (const std::string& line : lines) {
     EXPECT_EQ(line.find_first_of("\x1B\r\n"), std::string::npos);
   }

@@ -1,0 +1,103 @@
+#include "screens/DisplayTray.h"
+
+#include <algorithm>
+
+#include "screens/active_calls.h"
+#include "screens/display_texts.h"
+#include "services/clsErrorHandling.h"
+#include "services/text.h"
+
+namespace vorlix {
+
+DisplayTray::DisplayTray(Ports ports)
+    : ports_(std::move(ports)), life_(ports_.loop.MakeTimer(std::chrono::seconds(1), [this] {
+        Trapped("DisplayTray.LifeTick", [this] { CloseBalloon(); });
+      })) {}
+
+void DisplayTray::ShowIdle(const std::string& text) {
+  idleText_ = text;
+  SetTip(text);
+}
+
+void DisplayTray::ShowCall(const oDataCall& call) {
+  Trapped("DisplayTray.ShowCall", [&] {
+    std::string title, text;
+    SetBaloonInfoCall(call, ports_.alertText ? ports_.alertText(call) : std::string(), title, text);
+    if (!ports_.settings.General.AsBaloon || ports_.games.fAnzeigeVerboten()) return SetTip(text);
+    Open({title, text, ports_.settings.General.HideTimeTray,
+          call.Blocked ? BalloonUrgency::kLow : BalloonUrgency::kCritical});
+  });
+}
+
+void DisplayTray::CreateTrayInfo(const std::string& text, int seconds) {
+  Trapped("fMain.CreateTrayInfo", [&] { Open({idleText_, WithoutControls(text), seconds, BalloonUrgency::kLow}); });
+}
+
+// A desktop may keep a balloon as long as it likes: its life is counted here.
+void DisplayTray::Open(const Balloon& balloon) {
+  isBalloonShown_ = true;
+  life_->SetInterval(std::chrono::seconds(balloon.seconds));
+  life_->SetEnabled(true);
+  ports_.view.ShowBalloon(balloon);
+}
+
+void DisplayTray::CloseBalloon() {
+  if (!isBalloonShown_) return;
+  BalloonDismissed();
+  ports_.view.CloseBalloon();
+}
+
+void DisplayTray::BalloonDismissed() {
+  isBalloonShown_ = false;
+  life_->SetEnabled(false);
+}
+
+void DisplayTray::SetTip(const std::string& tip) {
+  tip_ = tip;
+  Refresh();
+}
+
+void DisplayTray::Refresh() {
+  NoteRinging();
+  const std::pair now(Icon(), tip_);
+  if (shown_ == now) return;
+  shown_ = now;
+  ports_.view.ShowIcon(now.first, now.second);
+}
+
+void DisplayTray::NoteRinging() {
+  for (const auto& call : ActiveCalls(ports_.state)) {
+    if (call->Active) rang_.insert(call->PLCI);
+  }
+}
+
+TrayIcon DisplayTray::Icon() const {
+  const auto calls = ActiveCalls(ports_.state);
+  if (std::ranges::any_of(calls, [](const auto& call) { return call->Active; })) return TrayIcon::kRinging;
+  if (ports_.lines.Read().IsLineLost()) return TrayIcon::kLineLost;
+  return hasMissed_ ? TrayIcon::kMissed : TrayIcon::kIdle;
+}
+
+void DisplayTray::MissedSeen() {
+  hasMissed_ = false;
+  Refresh();
+}
+
+void DisplayTray::OnAnswered(const oDataCall& call) {
+  rang_.erase(call.PLCI);
+  Refresh();
+}
+
+// Only what rang here can be missed: calls that were hidden stay so.
+void DisplayTray::OnEnded(const oDataCall& call) {
+  const bool rang = rang_.erase(call.PLCI) > 0;
+  if (rang && call.NewCall && call.AVMDirection == CallDirection::kIncoming) hasMissed_ = true;
+  Refresh();
+}
+
+void DisplayTray::OnOver(std::int32_t PLCI) {
+  rang_.erase(PLCI);
+  Refresh();
+}
+
+}  // namespace vorlix

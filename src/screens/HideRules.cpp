@@ -1,0 +1,89 @@
+#include "screens/HideRules.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "services/clsErrorHandling.h"
+
+namespace vorlix {
+namespace {
+
+// A timer cannot tick after no time at all: 0 seconds mean at once.
+std::chrono::milliseconds Seconds(int seconds) {
+  return std::max<std::chrono::milliseconds>(std::chrono::seconds(seconds), std::chrono::milliseconds(1));
+}
+
+}  // namespace
+
+HideRules::HideRules(Ports ports) : ports_(std::move(ports)) {
+  ports_.timers.tmHide->SetTick([this] { Trapped("fMain.tmHide_Timer", [this] { HideTick(); }); });
+  ports_.timers.tmDisplayAutoReset->SetTick(
+      [this] { Trapped("fMain.tmDisplayAutoReset_Timer", [this] { AutoResetTick(); }); });
+}
+
+// Without a tray, a bar that is out of sight could not be brought back.
+BarPlace HideRules::HiddenPlace() const {
+  const auto& general = ports_.settings.General;
+  if (general.HideTray && ports_.tray.IsThere()) return BarPlace::kTray;
+  if (general.HideFull && ports_.tray.IsThere()) return BarPlace::kGone;
+  return general.HideTray || general.HideFull || general.HideFree ? BarPlace::kStrip : BarPlace::kShown;
+}
+
+void HideRules::DisplayResize() {
+  Trapped("fMain.DisplayResize", [&] {
+    const auto& general = ports_.settings.General;
+    const bool popsUp = !general.SilentMode && !general.AsBaloon;
+    if (HiddenPlace() == BarPlace::kShown || (HasActiveCalls() && popsUp)) MoveTo(BarPlace::kShown);
+    if (!HasActiveCalls()) StartAutoReset();
+    if (!HasActiveCalls() || general.HideAllw) StartHiding();
+  });
+}
+
+void HideRules::MouseEntered() {
+  MoveTo(BarPlace::kShown);
+}
+
+// The time counts from here, whatever of it had passed before.
+void HideRules::MouseLeft() {
+  ports_.timers.tmHide->SetEnabled(false);
+  if (!HasActiveCalls() || ports_.settings.General.HideAllw) StartHiding();
+}
+
+void HideRules::Toggle() {
+  MoveTo(place_ == BarPlace::kShown ? HiddenPlace() : BarPlace::kShown);
+}
+
+void HideRules::HideTick() {
+  if (ports_.view.IsInUse()) return;
+  ports_.timers.tmHide->SetEnabled(false);
+  if (!HasActiveCalls()) StartAutoReset();
+  MoveTo(HiddenPlace());
+}
+
+void HideRules::AutoResetTick() {
+  ports_.timers.tmDisplayAutoReset->SetEnabled(false);
+  ports_.displayReset();
+}
+
+// A running timer goes on: what is repainted in between must not put the hiding off.
+void HideRules::StartHiding() {
+  if (place_ != BarPlace::kShown || HiddenPlace() == BarPlace::kShown || ports_.timers.tmHide->Enabled()) return;
+  ports_.timers.tmHide->SetInterval(Seconds(ports_.settings.General.HideTime));
+  ports_.timers.tmHide->SetEnabled(true);
+}
+
+void HideRules::StartAutoReset() {
+  if (!ports_.settings.General.CallReset || !ports_.isCallShown() || ports_.timers.tmDisplayAutoReset->Enabled()) {
+    return;
+  }
+  ports_.timers.tmDisplayAutoReset->SetInterval(Seconds(ports_.settings.General.CallResetTime));
+  ports_.timers.tmDisplayAutoReset->SetEnabled(true);
+}
+
+void HideRules::MoveTo(BarPlace place) {
+  if (place == place_) return;
+  place_ = place;
+  ports_.view.SetPlace(place);
+}
+
+}  // namespace vorlix

@@ -1,0 +1,349 @@
+#include "screens/MainDisplay.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "screens/active_calls.h"
+#include "screens/call_texts.h"
+#include "screens/display_texts.h"
+#include "services/clsErrorHandling.h"
+#include "services/modTimePeriods.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+constexpr int kModeStop = 1;
+
+// Colours of own numbers are kept with red in the lowest byte; those of the system have the highest bit.
+bool IsSystemColor(std::uint32_t color) {
+  return (color & 0x80000000u) != 0;
+}
+
+Rgb RgbOf(std::uint32_t color) {
+  return ((color & 0xFFu) << 16) | (color & 0xFF00u) | ((color >> 16) & 0xFFu);
+}
+
+// Black or white, whichever is read better.
+Rgb ReadableOn(Rgb background) {
+  const auto part = [&](int shift) { return static_cast<int>((background >> shift) & 0xFFu); };
+  return 299 * part(16) + 587 * part(8) + 114 * part(0) > 128000 ? 0x000000 : 0xFFFFFF;
+}
+
+}  // namespace
+
+void MainDisplay::RunClock() {
+  ports_.timers.tmClock->SetTick([this] { Trapped("fMain.tmClock_Timer", [this] { ClockTick(); }); });
+}
+
+void MainDisplay::DisplayElementsLoad() {
+  Trapped("fMain.DisplayElementsLoad", [&] {
+    ports_.view.ShowSkin(ports_.skin);
+    for (Row& row : rows_)
+      ShowColors(row);
+    ShowLines();
+  });
+}
+
+void MainDisplay::DisplayUpdate(bool search) {
+  Trapped(
+      "fMain.DisplayUpdate",
+      [&] {
+        if (!ports_.settings.General.SilentMode) ports_.view.BringToTop();
+        TakeCalls();
+        Display_NoCall(true);
+        if (rows_.front().record == nullptr) return;
+        for (std::size_t line = 0; line < rows_.size(); ++line)
+          FillLine(line, search);
+        ShowLines();
+        DisplayResize();
+        ports_.windows.MoveAlong();
+      },
+      search);
+}
+
+// The rows anew, each with its own copy of its call. What was told of a call before is not told again, and the mark of
+// a refused one stays.
+void MainDisplay::TakeCalls() {
+  const std::vector<Row> former = std::exchange(rows_, {});
+  for (const auto& call : ActiveCalls(ports_.state)) {
+    Row row{.record = std::make_shared<oDataCall>(*call), .shown = {}, .announced = {}};
+    const auto same = std::ranges::find_if(former, [&](const Row& old) {
+      return old.record && old.record->PLCI == call->PLCI && old.record->CallDateTime == call->CallDateTime;
+    });
+    if (same != former.end()) {
+      row.announced = same->announced;
+      row.shown.isBlockMarked = same->shown.isBlockMarked;
+      row.shown.blockReason = same->shown.blockReason;
+    }
+    rows_.push_back(std::move(row));
+  }
+  if (rows_.empty()) rows_.resize(1);
+  std::erase_if(buttons_, [&](const auto& button) { return button.first >= rows_.size(); });
+}
+
+void MainDisplay::FillLine(std::size_t line, bool search) {
+  Row& row = rows_[line];
+  oDataCall& record = *row.record;
+  ShowCard(record);
+  record.DataCallerView = PartyView(record);
+  if (record.NameMode != 1 && search) StartSearch(record, line);
+  // Before the texts: the large window shows the picture too.
+  ChooseLogo(row);
+  if (record.DataNumber().empty() && record.MSN.empty()) record.DataCallerView = NoCallText();
+  ShowCall(row);
+}
+
+std::string MainDisplay::PartyView(const oDataCall& record) const {
+  return record.NameMode == 1 && ports_.settings.General.NameView ? record.Name() : NumberView(record);
+}
+
+void MainDisplay::ShowCard(const oDataCall& record) {
+  if (record.NameMode == 1 && ports_.settings.vCards.byCall && record.Card().BookVCbCallActive) {
+    ports_.windows.ShowCard(record);
+  } else {
+    ports_.windows.CloseCard();
+  }
+}
+
+// Neither for a number that the book or a former search knows, nor for an internal one.
+void MainDisplay::StartSearch(const oDataCall& record, std::size_t line) {
+  const auto& general = ports_.settings.General;
+  const bool isExternal =
+      IsDigits(record.DataNumber()) && record.DataNumber().size() > static_cast<std::size_t>(general.TKnum);
+  if (general.AutoSearch && record.NameMode != 2 && isExternal) ports_.search.Start(record, static_cast<int>(line));
+}
+
+void MainDisplay::ChooseLogo(Row& row) {
+  const auto& general = ports_.settings.General;
+  const std::string& number = row.record->DataNumber();
+  row.shown.logo.clear();
+  if (number.size() <= static_cast<std::size_t>(general.TKnum)) return;
+  row.shown.logo = ports_.logos.BookPicture(*row.record);
+  if (row.shown.logo.empty() && !general.NoIVW) row.shown.logo = ports_.logos.NumberPicture(number);
+}
+
+// What a line says of its call, and then the same in the other ways of showing it.
+void MainDisplay::ShowCall(Row& row) {
+  const auto& general = ports_.settings.General;
+  const oDataCall& record = *row.record;
+  DisplayLine& shown = row.shown;
+  shown.isCall = true;
+  shown.isRefused = record.Blocked;
+  shown.PLCI = record.PLCI;
+  shown.rang = record.CallDateTime;
+  shown.date = general.DisplayDateHide ? std::string() : record.CallDateView();
+  shown.time = record.CallTimeView();
+  shown.text = WithoutControls(record.DataCallerView + BracketText(record, general.NameViewNumber));
+  shown.tip = WithoutControls(LineTip(record, general.NameViewNumber, general.NameViewAdress));
+  shown.caller = WithoutControls(PartyOf(record));
+  if (record.Blocked) shown.blockReason = ports_.blocking.FuncBlocking_GetDescription(record.BlockFunction);
+  shown.ownNumber = WithoutControls(OwnNumberOf(record));
+  ShowColors(row);
+  Announce(row);
+}
+
+void MainDisplay::ShowColors(Row& row) {
+  row.shown.background = ports_.skin.colorTextBack;
+  row.shown.textColor = ports_.skin.colorText;
+  if (!row.record || !ports_.settings.General.MSNColorInDispaly || IsSystemColor(row.record->MSNColor)) return;
+  row.shown.background = RgbOf(row.record->MSNColor);
+  row.shown.textColor = ReadableOn(row.shown.background);
+}
+
+// Once for each content: a balloon that the user has closed does not come back with every repaint.
+void MainDisplay::Announce(Row& row) {
+  const oDataCall& record = *row.record;
+  std::string told = record.DataCallerView + "\n" + record.Name() + "\n" + record.Address();
+  if (std::exchange(row.announced, told) == told) return;
+  ports_.tray.ShowCall(record);
+  ports_.maxi.ShowCall(record, row.shown.logo);
+}
+
+void MainDisplay::Display_NoCall(bool showState) {
+  Trapped("fMain.Display_NoCall", [&] {
+    lineState_ = showState ? StateText(ports_.lines.Read()) : std::string();
+    if (lineState_.empty()) lineState_ = NoCallText();
+    if (!rows_.front().record) ShowIdle(0, lineState_);
+  });
+}
+
+void MainDisplay::ChangeDisplayData(const std::string& idleText) {
+  Trapped(
+      "fMain.ChangeDisplayData",
+      [&] {
+        lineState_ = WithoutControls(idleText);
+        const auto& record = rows_.front().record;
+        // A caller is more than what a line has to tell of itself.
+        if (record && IsActive(*record)) return ShowLines();
+        ShowIdle(0, lineState_);
+      },
+      idleText);
+}
+
+void MainDisplay::ChangeDisplayData(std::size_t line, bool idle, const std::string& text) {
+  Trapped(
+      "fMain.ChangeDisplayData",
+      [&] {
+        Row& row = rows_.at(line);
+        if (idle || !row.record) return ShowIdle(line, text.empty() ? row.shown.text : text);
+        if (!text.empty()) row.record->DataCallerView = text;
+        ShowCall(row);
+        ShowLines();
+      },
+      line, idle, text);
+}
+
+void MainDisplay::ReturnFromBook(std::size_t line) {
+  if (line < rows_.size()) ChangeDisplayData(line, !rows_[line].record, {});
+}
+
+// An idle line has no party, no buttons, and the clock in its time field.
+void MainDisplay::ShowIdle(std::size_t line, const std::string& text) {
+  Row& row = rows_[line];
+  row = Row{};
+  row.shown.text = text;
+  ShowColors(row);
+  buttons_.erase(line);
+  ports_.timers.tmClock->SetEnabled(true);
+  ports_.tray.ShowIdle(text);
+  ShowLines();
+}
+
+void MainDisplay::DisplayCallerUpdateByNumber(const std::string& number, const std::string& name,
+                                              const std::string& address, bool useName) {
+  Trapped(
+      "fMain.DisplayCallerUpdateByNumber",
+      [&] {
+        if (ports_.waitingRun) ports_.waitingRun(number, name, address);
+        const auto row = std::ranges::find_if(rows_, [&](const Row& one) {
+          return one.record && useName && !number.empty() && one.record->DataNumber() == number;
+        });
+        if (row != rows_.end() && name != "-") {
+          row->record->Name(name);
+          row->record->Address(address);
+          ChangeDisplayData(static_cast<std::size_t>(row - rows_.begin()), false, name);
+        }
+        DisplayResize();
+      },
+      number, name, address, useName);
+}
+
+void MainDisplay::DisplayCallerUpdateWithBook() {
+  Trapped("fMain.DisplayCallerUpdateWithBook", [&] {
+    for (Row& row : rows_) {
+      if (!row.record || row.record->DataNumber().empty()) continue;
+      // A miss empties what it is asked for: the line keeps what it has.
+      oDataCall found(*row.record);
+      if (ports_.book.GetNumberData(found, false, false) != 1) continue;
+      row.record->NameMode = 1;
+      row.record->Name(found.Name());
+      row.record->Address(found.Address());
+      row.record->DataCallerView = PartyView(*row.record);
+      ShowCall(row);
+    }
+    ShowLines();
+  });
+}
+
+void MainDisplay::DisplayReset(bool keepWindows) {
+  Trapped(
+      "fMain.DisplayReset",
+      [&] {
+        ports_.timers.tmClock->SetEnabled(true);
+        if (!keepWindows) {
+          ports_.windows.CloseCard();
+          ports_.windows.CloseNewCalls();
+        }
+        DisplayUpdate(false);
+        DisplayResize();
+      },
+      keepWindows);
+}
+
+void MainDisplay::HideDisplay() {
+  Trapped("fMain.HideDisplay", [&] { ports_.windows.SetVisible(!ports_.settings.General.SilentMode); });
+}
+
+void MainDisplay::DisplayResize() {
+  Trapped("fMain.DisplayResize", [&] {
+    ShowLines();
+    ports_.hiding.DisplayResize();
+    ports_.tray.Refresh();
+  });
+}
+
+void MainDisplay::DisplayWidth() {
+  ShowLines();
+}
+
+void MainDisplay::ButtonEnableBell(int line, bool enabled) {
+  if (line < 0) return;
+  buttons_[static_cast<std::size_t>(line)].bell = enabled;
+  ShowLines();
+}
+
+void MainDisplay::ButtonEnableHangUp(int line, int mode, bool enabled) {
+  if (line < 0) return;
+  Buttons& buttons = buttons_[static_cast<std::size_t>(line)];
+  buttons.hangUp = mode == kModeStop ? HangUpButton::kStop : HangUpButton::kEraser;
+  buttons.hangUpEnabled = enabled;
+  ShowLines();
+}
+
+void MainDisplay::MarkBlocked(std::int32_t PLCI, const std::string& reason) {
+  Trapped(
+      "fMain.MarkBlocked",
+      [&] {
+        const auto row =
+            std::ranges::find_if(rows_, [&](const Row& one) { return one.record && one.record->PLCI == PLCI; });
+        if (row == rows_.end()) return;
+        row->shown.isBlockMarked = true;
+        row->shown.blockReason = reason;
+        ShowLines();
+      },
+      PLCI, reason);
+}
+
+std::shared_ptr<oDataCall> MainDisplay::Record(std::size_t line) const {
+  return line < rows_.size() ? rows_[line].record : nullptr;
+}
+
+bool MainDisplay::IsCallShown() const {
+  return rows_.front().record && IsCallInDisplay(rows_.front().shown.text);
+}
+
+bool MainDisplay::IsActive(const oDataCall& record) const {
+  const auto call = ports_.state.ActiveCallList.ItemByKeyAs<oDataCall>(std::to_string(record.PLCI));
+  return call && call->CallDateTime == record.CallDateTime;
+}
+
+// Only what has changed goes to the view.
+void MainDisplay::ShowLines() {
+  DisplayContent content{.lines = {}, .lineState = lineState_};
+  for (std::size_t line = 0; line < rows_.size(); ++line) {
+    DisplayLine shown = rows_[line].shown;
+    const auto buttons = buttons_.find(line);
+    if (rows_[line].record) {
+      shown.isActive = IsActive(*rows_[line].record);
+      if (buttons != buttons_.end()) {
+        shown.bellEnabled = buttons->second.bell;
+        shown.hangUp = buttons->second.hangUp;
+        shown.hangUpEnabled = buttons->second.hangUpEnabled;
+      }
+    }
+    content.lines.push_back(std::move(shown));
+  }
+  if (content == content_) return;
+  content_ = content;
+  ports_.view.ShowLines(content_);
+}
+
+void MainDisplay::ClockTick() {
+  if (rows_.front().record) return;
+  const DateTime now = ports_.clock.Now();
+  ports_.view.ShowClock(ports_.settings.General.DisplayDateHide ? std::string() : GetFormatedDateByDate(now),
+                        GetFormatedTime(now));
+}
+
+}  // namespace vorlix

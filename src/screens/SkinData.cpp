@@ -1,0 +1,119 @@
+#include "screens/SkinData.h"
+
+#include <algorithm>
+#include <charconv>
+#include <span>
+
+#include "services/ansi.h"
+#include "services/clsErrorHandling.h"
+#include "services/ini_document.h"
+#include "services/modLanguage.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+enum class Kind { kImage, kClassic, kBoth };
+
+struct PictureRow {
+  std::string_view name;
+  Kind kind;
+  bool isButton = false;
+};
+
+constexpr PictureRow kPictures[] = {
+    {"display_background", Kind::kImage},  {"background_top", Kind::kImage},    {"background_mid", Kind::kImage},
+    {"background_bot", Kind::kImage},      {"display_glass", Kind::kImage},     {"display_glass_color", Kind::kImage},
+    {"newslist_background", Kind::kImage}, {"vcard_background", Kind::kImage},  {"classic_background", Kind::kClassic},
+    {"display_grip", Kind::kBoth},         {"display_grip_color", Kind::kBoth}, {"nobody", Kind::kBoth},
+    {"button_stop", Kind::kBoth, true},    {"button_bell", Kind::kBoth, true},  {"button_eraser", Kind::kBoth, true},
+};
+
+// In the order in which they are looked for.
+constexpr std::array<std::string_view, 2> kPictureKinds{".jpg", ".gif"};
+constexpr std::array<std::string_view, 1> kButtonKinds{".png"};
+
+constexpr std::string_view kPlaces[] = {R"(\data\designs\)", R"(\base\designs\)"};
+
+// The name is written by hand: it may not lead out of the folder.
+bool IsUsable(const std::string& name) {
+  return !name.empty() && !name.starts_with('.') && name.find_first_of("/\\") == std::string::npos;
+}
+
+std::string FileOf(const std::string& folder, const std::string& name) {
+  return folder + "skin_" + name + ".ini";
+}
+
+std::string PicturePath(const FileStore& files, const std::string& folder, const PictureRow& row) {
+  for (const std::string_view kind : row.isButton ? std::span<const std::string_view>(kButtonKinds)
+                                                  : std::span<const std::string_view>(kPictureKinds)) {
+    std::string path = folder + std::string(row.name) + std::string(kind);
+    if (files.Stat(path).IsFile()) return path;
+  }
+  return {};
+}
+
+Rgb ColorOf(const IniDocument& file, std::string_view key, Rgb fallback) {
+  return HexToLong(file.Get("skin", key).value_or(""), fallback);
+}
+
+}  // namespace
+
+Rgb HexToLong(std::string_view digits, Rgb fallback) {
+  Rgb color = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [read, error] = std::from_chars(digits.data(), end, color, 16);
+  return digits.size() == 6 && error == std::errc() && read == end ? color : fallback;
+}
+
+bool SkinLoader::SkinData(const std::string& name, Skin& skin, bool report) {
+  return Trapped(
+      "modSettings.SkinData",
+      [&] {
+        Skin loaded;
+        const std::string fault = Load(name, loaded);
+        skin = fault.empty() ? std::move(loaded) : Skin{};
+        skin.name = name;
+        if (!fault.empty() && report) ports_.messages.MsgBoxLock(fault, kMsgWarning);
+        return fault.empty();
+      },
+      name, report);
+}
+
+std::string SkinLoader::FindFolder(const std::string& name) const {
+  if (!IsUsable(name)) return {};
+  for (const std::string_view place : kPlaces) {
+    std::string folder = ports_.folders.GetMainPath(std::string(place) + name + "\\");
+    if (ports_.files.Stat(FileOf(folder, name)).IsFile()) return folder;
+  }
+  return {};
+}
+
+// The lines of the fault text; empty for a whole skin.
+std::string SkinLoader::Load(const std::string& name, Skin& skin) const {
+  const std::string folder = FindFolder(name);
+  std::string text;
+  if (folder.empty() || !ports_.files.Read(FileOf(folder, name), text)) {
+    return LoadLangKey("ModuleSettings_Msg_SkinsFault", "Die Skins sind unvollständig!"_ansi) + std::string(kLineEnd);
+  }
+  const IniDocument file(text);
+  skin.isNeutral = false;
+  skin.isClassic = EqualNoCase(file.Get("skin", "mode").value_or(""), "classic");
+  skin.colorText = ColorOf(file, "colorText", 0xFFFFFF);
+  skin.colorMainBack = ColorOf(file, "colorMainBack", 0x636563);
+  skin.colorTextBack = ColorOf(file, "colorTextBack", 0x090A0B);
+  std::string fault;
+  for (const PictureRow& row : kPictures) {
+    if (row.kind == (skin.isClassic ? Kind::kImage : Kind::kClassic)) continue;
+    const std::string path = PicturePath(ports_.files, folder, row);
+    if (path.empty()) {
+      fault += std::string(row.name) + (row.isButton ? " PNG " : " GIF/JPG ") +
+               LoadLangKey("ModuleSettings_Msg_SkinsMissing", "fehlt!"_ansi) + std::string(kLineEnd);
+    } else {
+      skin.pictures.emplace(row.name, path);
+    }
+  }
+  return fault;
+}
+
+}  // namespace vorlix

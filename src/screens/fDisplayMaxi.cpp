@@ -1,0 +1,66 @@
+#include "screens/fDisplayMaxi.h"
+
+#include "services/clsErrorHandling.h"
+#include "services/text.h"
+
+namespace vorlix {
+namespace {
+
+MaxiLook LookOf(const Settings& settings) {
+  const auto& maxi = settings.MaxiDisplay;
+  return {maxi.Alpha, maxi.ShadowName, maxi.ShadowOther, maxi.ColorName, maxi.ColorOther};
+}
+
+}  // namespace
+
+fDisplayMaxi::fDisplayMaxi(Ports ports)
+    : ports_(ports), life_(ports_.loop.MakeTimer(std::chrono::seconds(1), [this] {
+        Trapped("fDisplayMaxi.LifeTick", [this] { Hide(); });
+      })) {}
+
+void fDisplayMaxi::ShowCall(const oDataCall& call, const std::string& picture) {
+  Trapped("fDisplayMaxi.ShowCall", [&] {
+    if (!ports_.settings.General.MaxiDisplayView || ports_.games.fAnzeigeVerboten()) return;
+    content_ = {.name = WithoutControls(call.Name()),
+                .number = WithoutControls(call.VW_FormatedNumber()),
+                .location = WithoutControls(call.VW_FormatedLocation()),
+                .MSNAlias = WithoutControls(call.MSNAlias),
+                .picture = picture,
+                .endMark = MaxiEndMark::kNone,
+                .look = {}};
+    isOpen_ = isVisible_ = true;
+    Show();
+    const auto& maxi = ports_.settings.MaxiDisplay;
+    life_->SetInterval(std::chrono::seconds(maxi.HideTime));
+    life_->SetEnabled(maxi.HideByTime);
+  });
+}
+
+void fDisplayMaxi::Show() {
+  content_.look = LookOf(ports_.settings);
+  ports_.window.Show(content_);
+}
+
+void fDisplayMaxi::LookChanged() {
+  if (isVisible_ && content_.look != LookOf(ports_.settings)) Show();
+}
+
+void fDisplayMaxi::Closed() {
+  isOpen_ = isVisible_ = false;
+  life_->SetEnabled(false);
+}
+
+void fDisplayMaxi::Hide() {
+  life_->SetEnabled(false);
+  if (!isVisible_) return;
+  isVisible_ = false;
+  ports_.window.Hide();
+}
+
+void fDisplayMaxi::SetEndMark(int mark) {
+  if (!isVisible_) return;
+  content_.endMark = static_cast<MaxiEndMark>(mark);
+  Show();
+}
+
+}  // namespace vorlix

@@ -1,0 +1,270 @@
+#include "screens/MainDisplay.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/DisplayRoom.h"
+#include "screens/display_texts.h"
+
+namespace vorlix {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+class MainDisplayTest : public testing::Test, public DisplayRoom<RecordingBar> {
+ protected:
+  std::vector<std::string> Texts() {
+    std::vector<std::string> texts;
+    for (const DisplayLine& line : bar.content.lines)
+      texts.push_back(line.text);
+    return texts;
+  }
+  const DisplayLine& Line(std::size_t line = 0) { return bar.content.lines.at(line); }
+};
+
+TEST_F(MainDisplayTest, EveryCallHasItsLineAndItsSearch) {
+  Ring(7, "0171555");
+  Ring(8, "0301234");
+  EXPECT_THAT(Texts(), ElementsAre("0171555 Ort", "0301234 Ort"));
+  EXPECT_EQ(Line(1).PLCI, 8);
+  EXPECT_THAT(world.Taken(), Contains("search 0301234 1"));
+}
+
+TEST_F(MainDisplayTest, TheSecondCallMovesUpAndAResultFindsItByItsNumber) {
+  const auto first = Ring(7, "0171555");
+  Ring(8, "0301234");
+  screen.display.ButtonEnableBell(1, true);
+  End(*first);
+  screen.display.DisplayCallerUpdateByNumber("0171555", "Zu Spät", "", true);
+  screen.display.DisplayCallerUpdateByNumber("0301234", "Meier", "Berlin", true);
+  EXPECT_THAT(Texts(), ElementsAre("Meier"));
+  EXPECT_EQ(Line().PLCI, 8);
+  // The second line's button goes with the line, not with the call.
+  EXPECT_FALSE(Line().bellEnabled);
+}
+
+TEST_F(MainDisplayTest, OfTwoCallsFromOneNumberOnlyTheFirstShowsTheResult) {
+  struct Row {
+    const char* number;
+    const char* name;
+    bool useName;
+    std::vector<std::string> texts;
+  };
+  const Row rows[] = {{"0171555", "-", true, {"0171555 Ort", "0171555 Ort"}},
+                      {"0171555", "Meier", false, {"0171555 Ort", "0171555 Ort"}},
+                      {"", "Meier", true, {"0171555 Ort", "0171555 Ort"}},
+                      {"0171555", "Meier", true, {"Meier", "0171555 Ort"}}};
+  Ring(1, "0171555");
+  Ring(2, "0171555");
+  for (const Row& row : rows) {
+    screen.display.DisplayCallerUpdateByNumber(row.number, row.name, "", row.useName);
+    EXPECT_EQ(Texts(), row.texts) << row.number << row.name;
+  }
+}
+
+TEST_F(MainDisplayTest, ANameStandsForTheNumberAsTheSettingsSay) {
+  struct Row {
+    bool nameView, nameViewNumber, nameViewAdress;
+    const char* text;
+    const char* tip;
+  };
+  const Row rows[] = {
+      {true, false, false, "Meier", "Meier an Praxis"},
+      {true, true, false, "Meier (0171555)", "Meier (0171555) an Praxis"},
+      {true, true, true, "Meier (0171555)", "Meier  Berlin (0171555) an Praxis"},
+      {false, true, false, "0171555 Ort", "0171555 Ort an Praxis"},
+  };
+  Take(1, "0171555", "Meier")->Address("Berlin");
+  for (const Row& row : rows) {
+    settings.General.NameView = row.nameView;
+    settings.General.NameViewNumber = row.nameViewNumber;
+    settings.General.NameViewAdress = row.nameViewAdress;
+    Show();
+    EXPECT_EQ(Line().text, row.text);
+    EXPECT_EQ(Line().tip, row.tip);
+  }
+  EXPECT_THAT(world.tape, Not(Contains("search 0171555 0")));
+}
+
+TEST_F(MainDisplayTest, SearchesAndPicturesAreForStrangersFromOutside) {
+  struct Row {
+    const char* number;
+    int nameMode;
+    bool search, autoSearch, noIVW;
+    bool searched;
+    const char* logo;
+  };
+  const Row rows[] = {
+      {"1234", 0, true, true, false, false, ""},
+      {"12345", 0, true, true, false, true, "/flags/1234.png"},
+      {"12345", 0, false, true, false, false, "/flags/1234.png"},
+      {"12345", 0, true, false, false, false, "/flags/1234.png"},
+      {"12345", 2, true, true, false, false, "/flags/1234.png"},
+      {"12345", 0, true, true, true, true, ""},
+      {"0171555", 0, true, true, true, true, "/mine.jpg"},
+      {"Unbekannt", 0, true, true, false, false, "/flags/Unbe.png"},
+  };
+  world.pictures["0171555"] = "/mine.jpg";
+  for (const Row& row : rows) {
+    state.ActiveCallList.Clear();
+    Take(1, row.number)->NameMode = static_cast<std::int16_t>(row.nameMode);
+    settings.General.AutoSearch = row.autoSearch;
+    settings.General.NoIVW = row.noIVW;
+    Show(row.search);
+    const std::string search = "search " + std::string(row.number) + " 0";
+    EXPECT_EQ(testing::Value(world.Taken(), Contains(search)), row.searched) << row.number;
+    EXPECT_EQ(Line().logo, row.logo) << row.number;
+  }
+}
+
+TEST_F(MainDisplayTest, TheCardOfAKnownCallerIsShownWhereItIsWantedForCalls) {
+  settings.vCards.byCall = true;
+  Take(1, "0171555", "Meier")->MutableCard().BookVCbCallActive = true;
+  Show();
+  EXPECT_THAT(world.Taken(), ElementsAre("card Meier"));
+  settings.vCards.byCall = false;
+  Show();
+  EXPECT_THAT(world.Taken(), ElementsAre("no card"));
+}
+
+TEST_F(MainDisplayTest, WithoutACallTheStateOfTheSourcesInUseIsShown) {
+  struct Row {
+    LineStates states;
+    bool showState;
+    const char* text;
+  };
+  const Row rows[] = {
+      {{.CAPI = {true, true}, .AVM = {true, false}, .NCID = {}}, true, "CAPI2.0 Init OK/AVM Fehler"},
+      {{.CAPI = {true, false}, .AVM = {}, .NCID = {true, true}}, true, "CAPI2.0 Init Fehler/NCID OK"},
+      {{.CAPI = {}, .AVM = {true, true}, .NCID = {}}, false, "kein Anruf"},
+      {{}, true, "kein Anruf"},
+  };
+  for (const Row& row : rows) {
+    world.states = row.states;
+    screen.display.Display_NoCall(row.showState);
+    EXPECT_THAT(Texts(), ElementsAre(row.text));
+    EXPECT_EQ(tray.tip, row.text);
+    EXPECT_FALSE(IsCallInDisplay(row.text));
+  }
+  EXPECT_TRUE(IsCallInDisplay("Meier/AVM OK"));
+}
+
+TEST_F(MainDisplayTest, ALostLineDoesNotWriteOverACaller) {
+  Ring(1, "0171555");
+  world.states.AVM.up = false;
+  screen.display.ChangeDisplayData("CAPI2.0 wurde nicht gefunden!");
+  EXPECT_THAT(Texts(), ElementsAre("0171555 Ort"));
+  EXPECT_EQ(bar.content.lineState, "CAPI2.0 wurde nicht gefunden!");
+  Show();
+  EXPECT_EQ(bar.content.lineState, "AVM Fehler");
+}
+
+TEST_F(MainDisplayTest, TheDateCanBeLeftOut) {
+  Ring(1, "0171555");
+  EXPECT_EQ(Line().date + " " + Line().time, "13.03.2024 12:00:00");
+  settings.General.DisplayDateHide = true;
+  Show();
+  EXPECT_EQ(Line().date + Line().time, "12:00:00");
+}
+
+TEST_F(MainDisplayTest, ALineTakesTheColourOfItsOwnNumber) {
+  struct Row {
+    bool wanted;
+    std::uint32_t color;
+    Rgb background, text;
+  };
+  const Row rows[] = {{false, 0x0000FF, 0x808080, 0xFFFFFF},
+                      {true, 0x0000FF, 0xFF0000, 0xFFFFFF},
+                      {true, 0x80FFFF, 0xFFFF80, 0x000000},
+                      {true, kMSNColorUnknown, 0x808080, 0xFFFFFF}};
+  const auto call = Take(1, "0171555");
+  for (const Row& row : rows) {
+    settings.General.MSNColorInDispaly = row.wanted;
+    call->MSNColor = row.color;
+    Show();
+    EXPECT_EQ(Line().background, row.background);
+    EXPECT_EQ(Line().textColor, row.text);
+  }
+}
+
+TEST_F(MainDisplayTest, ACallStaysBeyondItsEndUntilTheDisplayIsReset) {
+  const auto call = Ring(1, "0171555");
+  screen.display.ButtonEnableHangUp(0, 1, true);
+  EXPECT_EQ(Line().hangUp, HangUpButton::kStop);
+  End(*call);
+  EXPECT_THAT(Texts(), ElementsAre("0171555 Ort"));
+  EXPECT_FALSE(Line().isActive);
+  EXPECT_EQ(Line().hangUp, HangUpButton::kEraser);
+  // Its number is given to the next call, which is not shown.
+  loop.Advance(std::chrono::seconds(5));
+  Take(1, "0301234");
+  screen.display.DisplayResize();
+  EXPECT_FALSE(Line().isActive);
+  state.ActiveCallList.Clear();
+  world.Taken();
+  screen.clicks.HangUpClick(0);
+  EXPECT_THAT(Texts(), ElementsAre("AVM OK"));
+  EXPECT_EQ(Line().hangUp, HangUpButton::kNone);
+  EXPECT_THAT(world.Taken(), ElementsAre("no card", "no new calls"));
+  screen.display.DisplayReset(true);
+  EXPECT_THAT(world.Taken(), IsEmpty());
+}
+
+TEST_F(MainDisplayTest, TheMarkOfARefusedCallOutlastsAnotherCall) {
+  const auto call = Take(5, "0190");
+  call->Blocked = true;
+  call->BlockFunction = 6;
+  Show();
+  EXPECT_EQ(Line().blockReason, "reason 6");
+  screen.display.MarkBlocked(4, "other");
+  EXPECT_FALSE(Line().isBlockMarked);
+  screen.display.MarkBlocked(5, "list");
+  Ring(6, "0171555");
+  EXPECT_TRUE(Line(0).isBlockMarked);
+  EXPECT_FALSE(Line(1).isBlockMarked);
+}
+
+TEST_F(MainDisplayTest, AChangedBookGivesTheLinesTheirNames) {
+  Ring(1, "0171555");
+  Ring(2, "0301234");
+  screen.display.DisplayCallerUpdateByNumber("0301234", "Aus der Suche", "", true);
+  world.names["0171555"] = "Meier";
+  screen.display.DisplayCallerUpdateWithBook();
+  EXPECT_THAT(Texts(), ElementsAre("Meier", "Aus der Suche"));
+}
+
+TEST_F(MainDisplayTest, SilentModeKeepsTheBarWhereItIs) {
+  Ring(1, "0171555");
+  const int tops = bar.tops;
+  EXPECT_GT(tops, 0);
+  screen.commands.mnuSilentMode_Click();
+  Show();
+  EXPECT_EQ(bar.tops, tops);
+  EXPECT_THAT(world.tape, Contains("windows hidden"));
+}
+
+TEST_F(MainDisplayTest, TheClockRunsInTheIdleLineOnly) {
+  screen.display.RunClock();
+  Show();
+  loop.Advance(std::chrono::seconds(2));
+  EXPECT_EQ(bar.clock, "13.03.2024 12:00:02");
+  Ring(1, "0171555");
+  loop.Advance(std::chrono::seconds(2));
+  EXPECT_EQ(bar.clock, "13.03.2024 12:00:02");
+}
+
+TEST_F(MainDisplayTest, NothingFromTheNetworkReachesAViewAsAControl) {
+  settings.General.AsBaloon = settings.General.MaxiDisplayView = true;
+  Ring(1, "01\x1B[2J\r71", "Me\tier\n<b>");
+  for (const std::string& text :
+       {Line().text, Line().tip, Line().caller, maxi.content.name, tray.balloons.at(0).title}) {
+    EXPECT_EQ(text.find_first_of("\x1B\r\n\t"), std::string::npos) << text;
+  }
+  EXPECT_EQ(tray.balloons.at(0).text.find('\x1B'), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vorlix

@@ -1,0 +1,120 @@
+#include "screens/SkinData.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/DisplayRoom.h"
+#include "fakes/MemoryFileStore.h"
+#include "screens/LogoFiles.h"
+#include "services/ansi.h"
+
+namespace vorlix {
+namespace {
+
+const std::string kOwn = "/data/data/designs/";
+const std::string kShipped = "/program/base/designs/";
+
+class SkinDataTest : public testing::Test {
+ protected:
+  SkinDataTest() { store.AddFolder("/program"); }
+
+  void AddSkin(const std::string& place, const std::string& name, const std::string& settings, bool classic = false) {
+    const std::string folder = place + name + "/";
+    store.AddFile(folder + "skin_" + name + ".ini", "[skin]\r\n" + settings);
+    for (const char* picture : {"display_grip.jpg", "display_grip_color.gif", "nobody.jpg", "button_stop.png",
+                                "button_bell.png", "button_eraser.png"})
+      store.AddFile(folder + picture, "x");
+    const std::vector<const char*> image{"display_background",  "background_top",  "background_mid",
+                                         "background_bot",      "display_glass",   "display_glass_color",
+                                         "newslist_background", "vcard_background"};
+    for (const char* picture : classic ? std::vector<const char*>{"classic_background"} : image)
+      store.AddFile(folder + picture + ".gif", "x");
+  }
+  bool Load(const std::string& name, bool report = false) { return loader.SkinData(name, skin, report); }
+
+  MemoryFileStore store;
+  DisplaySurroundings world;
+  modAll_MsgBox messages{world};
+  Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .override = "/data"}};
+  SkinLoader loader{{store, folders, messages}};
+  Skin skin;
+};
+
+TEST_F(SkinDataTest, TheUsersOwnFolderComesFirst) {
+  AddSkin(kShipped, "Default", "colorText=112233\r\ncolorMainBack=oops");
+  EXPECT_TRUE(Load("Default"));
+  EXPECT_EQ(skin.Picture("nobody"), kShipped + "Default/nobody.jpg");
+  EXPECT_EQ(skin.Picture("display_grip_color"), kShipped + "Default/display_grip_color.gif");
+  EXPECT_EQ(skin.Picture("classic_background"), "");
+  EXPECT_EQ(skin.colorText, 0x112233U);
+  EXPECT_EQ(skin.colorMainBack, 0x636563U);
+  EXPECT_EQ(skin.colorTextBack, 0x090A0BU);
+  AddSkin(kOwn, "Default", "colorText=aabbcc");
+  EXPECT_TRUE(Load("Default"));
+  EXPECT_EQ(skin.Picture("nobody"), kOwn + "Default/nobody.jpg");
+  EXPECT_EQ(skin.colorText, 0xAABBCCU);
+}
+
+TEST_F(SkinDataTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
+  AddSkin(kOwn, "Mine", "");
+  store.AddFile(kOwn + "Mine/display_glass.jpg", "x");
+  EXPECT_TRUE(Load("Mine"));
+  EXPECT_EQ(skin.Picture("display_glass"), kOwn + "Mine/display_glass.jpg");
+}
+
+TEST_F(SkinDataTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
+  AddSkin(kOwn, "Mine", "colorText=112233");
+  ASSERT_TRUE(store.Remove(kOwn + "Mine/button_bell.png"));
+  ASSERT_TRUE(store.Remove(kOwn + "Mine/nobody.jpg"));
+  EXPECT_FALSE(Load("Mine"));
+  EXPECT_TRUE(world.tape.empty());
+  EXPECT_TRUE(skin.isNeutral && skin.pictures.empty());
+  EXPECT_EQ(skin.colorText, 0xFFFFFFU);
+  EXPECT_EQ(skin.colorMainBack, 0x808080U);
+  EXPECT_EQ(skin.colorTextBack, 0x808080U);
+  EXPECT_FALSE(Load("Mine", true));
+  EXPECT_EQ(world.tape.back(), "box nobody GIF/JPG fehlt!\r\nbutton_bell PNG fehlt!\r\n");
+}
+
+TEST_F(SkinDataTest, AClassicSkinNeedsNoneOfTheImagesOfTheOtherKind) {
+  AddSkin(kShipped, "Klassik", "mode=Classic", true);
+  EXPECT_TRUE(Load("Klassik", true));
+  EXPECT_TRUE(skin.isClassic);
+  EXPECT_EQ(skin.Picture("classic_background"), kShipped + "Klassik/classic_background.gif");
+}
+
+TEST_F(SkinDataTest, ANameThatIsNoSkinIsAFault) {
+  AddSkin(kShipped, "Default", "");
+  store.AddFile("/program/base/skin_...ini", "[skin]");
+  for (const char* name : {"", "Other", "..", "../designs/Default", "a\\b"}) {
+    EXPECT_FALSE(Load(name, true)) << name;
+    EXPECT_EQ(ToUtf8(world.tape.back()), "box Die Skins sind unvollständig!\r\n");
+  }
+}
+
+TEST_F(SkinDataTest, ColoursHaveSixDigits) {
+  for (const char* text : {"", "12345", "1234567", "12345g", "-12345", "0x1234"}) {
+    EXPECT_EQ(HexToLong(text, 7), 7U) << text;
+  }
+  EXPECT_EQ(HexToLong("fF8000", 7), 0xFF8000U);
+}
+
+TEST_F(SkinDataTest, ACallersPictureLiesInItsFolderAndNowhereElse) {
+  store.AddFile("/data/data/callerpics/meier.jpg", "x");
+  store.AddFile("/data/secret.jpg", "x");
+  LogoFiles logos({store, folders, [](const std::string& number) { return number == "0171" ? "/net.png" : ""; },
+                   [](const std::string&) { return "/flag.png"; }});
+  const auto picture = [&](const std::string& image) {
+    oDataCall call;
+    call.MutableCard().BookVCsImage = image;
+    return logos.BookPicture(call);
+  };
+  EXPECT_EQ(picture("meier.jpg"), "/data/data/callerpics/meier.jpg");
+  for (const char* image : {"", "gone.jpg", "../../secret.jpg", R"(..\..\secret.jpg)"}) {
+    EXPECT_EQ(picture(image), "");
+  }
+  EXPECT_EQ(logos.NumberPicture("0171"), "/net.png");
+  EXPECT_EQ(logos.NumberPicture("0044"), "/flag.png");
+}
+
+}  // namespace
+}  // namespace vorlix
