@@ -286,6 +286,11 @@ void modBook::tmFileWatch_Timer() {
   if (ports_.refreshCards) ports_.refreshCards();
 }
 
+// Counting writes the whole book: what another program has changed since the last look must be in it.
+void modBook::TakeOutsideChange() {
+  if (ports_.folders.BookRefresh()) tmFileWatch_Timer();
+}
+
 int modBook::GetNumberData(oDataCall& call, bool addIfMissing, bool countCall) {
   return Trapped(
       "modBook.GetNumberData", [&] { return LookUp(call, addIfMissing, countCall); }, call.DataNumber(), addIfMissing,
@@ -306,6 +311,7 @@ int modBook::LookUp(Record& record, bool addIfMissing, bool countCall) {
     SetPerson(record, kNoEntry, {}, {});
     return kNoEntry;
   }
+  if (countCall) TakeOutsideChange();
   if (const BookItem entry = Find(number)) {
     if (countCall) Count(*entry, CallDirection::kIncoming);
     TakeEntry(record, *entry);
@@ -366,6 +372,7 @@ void modBook::CountDialled(const std::string& number) {
   Trapped(
       "modBook.CountDialled",
       [&] {
+        TakeOutsideChange();
         const BookItem entry = Find(number);
         if (!entry) return;
         Count(*entry, CallDirection::kOutgoing);

@@ -146,6 +146,7 @@ class modBook : public PhoneBook {
   template <class Record>
   int LookUp(Record& record, bool addIfMissing, bool countCall);
   BookItem Find(const std::string& number);
+  void TakeOutsideChange();
   void TakeEntry(oDataCall& call, const oDataCall& entry);
   void TakeEntry(oDataNumber& number, const oDataCall& entry);
   bool TakeCard(oDataCall& call, const oDataCall& entry);

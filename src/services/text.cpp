@@ -118,10 +118,20 @@ bool IsDigits(std::string_view text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
 }
 
+namespace {
+
+// The five bytes without a character in Windows-1252 leave the program as what they are in Unicode, and there they
+// begin commands of a terminal.
+bool IsControl(unsigned char byte) {
+  return byte < 32 || byte == 127 || byte == 0x81 || byte == 0x8D || byte == 0x8F || byte == 0x90 || byte == 0x9D;
+}
+
+}  // namespace
+
 std::string WithoutControls(std::string_view text) {
   std::string out(text);
   for (char& character : out) {
-    if (static_cast<unsigned char>(character) < 32 || character == 127) character = ' ';
+    if (IsControl(static_cast<unsigned char>(character))) character = ' ';
   }
   return out;
 }

@@ -202,7 +202,8 @@ Arrival ReceivePacket(int socket, std::array<char, LinkPacket::kMost + 1>& buffe
 // still to be acknowledged.
 void SocketMessageLink::OnReadable(const std::shared_ptr<Inbound>& connection) {
   DeliverWaiting();
-  if (connection == nullptr || receiver_ == nullptr) return;
+  // What was waiting may have let the loop run, and this connection with it.
+  if (connection == nullptr || receiver_ == nullptr || connection->watch == nullptr) return;
   std::array<char, LinkPacket::kMost + 1> buffer;
   LinkPacket::Content content;
   const Arrival arrival = ReceivePacket(connection->socket.Get(), buffer, content);
