@@ -11,9 +11,9 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   CommandLine line;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string argument = FromUtf8(arguments[i]);
-    // The terminal is the only screen so far; the word chooses it where there is a desktop too.
-    if (argument == "--console") continue;
-    if (argument == "--help" || argument == "-h") {
+    if (argument == "--console") {
+      line.console = true;
+    } else if (argument == "--help" || argument == "-h") {
       line.help = true;
     } else if (argument == "--version") {
       line.version = true;

@@ -7,6 +7,7 @@
 namespace vorlix {
 
 struct CommandLine {
+  bool console = false;
   bool help = false;
   bool version = false;
   std::string dataFolder;          // --data, in UTF-8 as given; empty: where the settings say

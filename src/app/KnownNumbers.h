@@ -30,6 +30,8 @@ struct KnownNumbers {
     modSettings& settingsStore;
     modAll_MsgBox& messages;
     SimulationWindow& simulation;
+    AskForDoubleItems& doubles;
+    std::function<bool(const std::string& number)> haveCallerSoundFile;
   };
 
   explicit KnownNumbers(System parts);
@@ -49,7 +51,6 @@ struct KnownNumbers {
   modNumbers numbers;
   Blacklist blacklist;
   modFunction_Blocking blocking;
-  NoAskForDoubleItems doubles;
   NoBookWindow bookWindow;
   NoLoadProgress progress;
   modBook book;

@@ -48,6 +48,7 @@ LineOptions LineSettings::Read() const {
   const auto& general = settings_.General;
   return {.CallMode_CAPI = general.CallMode_CAPI,
           .AVM_SaveOutgoingCalls = general.AVM_SaveOutgoingCalls,
+          .Debug = general.Debug,
           .DebugAVM = general.DebugAVM,
           .DebugNCID = general.DebugNCID,
           .SpezialCuttNull = general.SpezialCuttNull,
@@ -55,12 +56,17 @@ LineOptions LineSettings::Read() const {
           .MSNLO = general.MSNLO,
           .TKnum = general.TKnum,
           .LogCount = general.LogCount,
-          .myVWO = general.myVWO};
+          .myVWO = general.myVWO,
+          .myVWOP = general.myVWOP,
+          .BusyOnBusy = general.BusyOnBusy,
+          .SpezialAddAreaCodeIfHide = general.SpezialAddAreaCodeIfHide,
+          .CapiReleaseByShutdown = general.CapiReleaseByShutdown,
+          .ControllerActive = general.ControllerActive};
 }
 
 LineStates SourceStates::Read() const {
   const auto& general = settings_.General;
-  return {.CAPI = {general.CallMode_CAPI, false},
+  return {.CAPI = {general.CallMode_CAPI, capi_.IsUp()},
           .AVM = {general.CallMode_AVM, helpers_.IsUp(kSourceAVM)},
           .NCID = {general.CallMode_NCID, helpers_.IsUp(kSourceNCID)}};
 }

@@ -4,9 +4,10 @@
 #include "core/ProgramClock.h"
 #include "core/pipeline_options.h"
 #include "data/Settings.h"
+#include "lines/CAPI_session.h"
 #include "lines/line_options.h"
 #include "lines/modProcMessage.h"
-#include "screens/CallFeed.h"
+#include "screens/LineStates.h"
 
 namespace vorlix {
 
@@ -33,12 +34,14 @@ class LineSettings : public LineSwitches {
 
 class SourceStates : public LineStateSource {
  public:
-  SourceStates(const Settings& settings, const modProcMessage& helpers) : settings_(settings), helpers_(helpers) {}
+  SourceStates(const Settings& settings, const modProcMessage& helpers, const CAPI_session& capi)
+      : settings_(settings), helpers_(helpers), capi_(capi) {}
   LineStates Read() const override;
 
  private:
   const Settings& settings_;
   const modProcMessage& helpers_;
+  const CAPI_session& capi_;
 };
 
 ClockOptions ClockSettings(const Settings& settings);

@@ -6,6 +6,7 @@
 #include "app/SystemFolders.h"
 #include "core/CommandLineWords.h"
 #include "data/modDirectories.h"
+#include "screens/FirstStart.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -22,34 +23,34 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       rotation_{0, [this] { return settings_.General.BackupCountStep; }},
       files_(system.files, ini_, system.loop.GetClock(), rotation_),
       logs_(files_, folders_),
-      messages_(system.terminal),
+      spec_(LoadSpecSwitches(ini_, folders_)),
+      messages_(system.screen.Boxes()),
       settingsStore_({ini_, system.files, folders_, system.loop.GetClock(), messages_,
                       [this](const std::string& path) { files_.FileMakeBackup(path, 1); }},
                      settings_),
       known_({system.loop, system.files, files_, folders_, ini_, blocks_, settings_, settingsStore_, messages_,
-              simulation_}),
+              lines_.simulation, system.screen.DoubleItems(),
+              [this](const std::string& number) { return sound_.HaveCallerSoundFile(number); }}),
       journal_({files_, folders_, blocks_, system.loop.GetClock(), known_.numbers, known_.archive, known_.journalNames,
                 [this] { return settings_.General.BackupCount; }}),
       timers_(system.loop),
       pipelineSettings_(settings_, folders_.BookRefresh(), startedByAuto_),
-      lineSettings_(settings_),
-      sourceStates_(settings_, helpers_),
-      display_({system.terminal, system.loop.GetClock(), state_, sourceStates_, known_.blocking}),
+      sound_({system.sound, system.files, folders_, state_,
+              [this](const std::string& path) { return settingsStore_.GetFullPathFromRelativePath(path); },
+              [this](const std::string& number) { return IsKnownPerson(number); }}),
+      blacklistCommand_(known_.blacklist, known_.book),
+      logos_({system.files, folders_,
+              [this](const std::string& number) { return known_.numbers.Get_ProviderFile(number); },
+              [this](const std::string& number) { return known_.numbers.Get_StateFlagFile(number); }}),
+      sourceStates_(settings_, lines_.helpers, lines_.capiSession),
+      display_(system.screen.Views(), DisplayPorts()),
+      watchers_(Watchers()),
       pipeline_(Ports(), state_),
-      helpers_({system.link, system.processes, system.files, pipeline_, state_}, folders_.ProgramFolder()),
-      router_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, known_.numbers, known_.ownNumbers, known_.book,
-               journal_, journalWindow_, newCallsWindow_, prefixInput_, simulation_, display_}),
-      ncid_({system.loop.GetClock(), logs_, lineSettings_, pipeline_, known_.numbers, known_.ownNumbers, prefixInput_,
-             simulation_, display_}),
-      prefixInput_({system.terminal, [] { return TerminalView::IsInteractive(); }, settings_, ini_,
+      prefixInput_({system.screen.AreaCodes(), [this] { return system_.screen.CanAsk(); }, settings_, ini_,
                     [this] { known_.ReloadTables(); }}),
-      simulation_({system.loop.GetClock(), settings_, known_.ownNumbers, [](int) {},
-                   [this](const std::string& text) { router_.AVM_GetMessage(text, true); },
-                   [this](const std::string& text) { ncid_.NCID_GetMessage(text, true); }, [] { return 0; },
-                   [this] { display_.DisplayUpdate(false); }}),
-      commands_({system.terminal, known_.numbers, known_.ownNumbers, known_.book, known_.blocking, simulation_,
-                 [this](std::size_t count) { return NewestCalls(count); },
-                 [this]() -> const clsCollection& { return known_.book.BookCollection(); }}),
+      lines_(LineParts()),
+      commands_(CommandPorts()),
+      menu_({settings_, [this] { return lines_.simulation.IsOpen(); }}),
       errorMessage_({files_,
                      folders_,
                      settings_,
@@ -67,37 +68,127 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
     messages_.MsgBoxForward(text, style, title);
   });
   ErrorHandling().TraceInfoMessage(true);
-  helpers_.Bind(kSourceAVM, router_);
-  helpers_.Bind(kSourceNCID, ncid_);
   timers_.tmFileWatch->SetTick([this] { known_.book.tmFileWatch_Timer(); });
-  system_.terminal.WaitWith([this] {
+  system_.screen.WaitWith([this] {
     system_.loop.WaitPending(std::chrono::seconds(1));
     return !state_.ExitInProgress;
   });
+  BindMenu();
   AttachStartUp();
   AttachShutDown();
 }
 
 fMain::~fMain() {
+  system_.screen.Close();
+  system_.screen.WaitWith({});
   ErrorHandling().Detach();
 }
 
 PipelinePorts fMain::Ports() {
-  return {system_.loop,   timers_,         pipelineSettings_, messages_,        known_.numbers, known_.ownNumbers,
-          known_.book,    teleControl_,    known_.blocking,   known_.schedules, copy_,          journal_,
-          exports_,       mail_,           programs_,         search_,          display_,       balloon_,
-          journalWindow_, newCallsWindow_, maxiDisplay_,      cardWindow_,      sound_,         maps_,
-          capi_,          prefixInput_,    simulation_};
+  return {system_.loop,
+          timers_,
+          pipelineSettings_,
+          messages_,
+          known_.numbers,
+          known_.ownNumbers,
+          known_.book,
+          teleControl_,
+          known_.blocking,
+          known_.schedules,
+          copy_,
+          journal_,
+          exports_,
+          mail_,
+          programs_,
+          search_,
+          display_.display,
+          display_.tray,
+          journalWindow_,
+          newCallsWindow_,
+          display_.maxi,
+          cardWindow_,
+          sound_,
+          maps_,
+          lines_.capi,
+          prefixInput_,
+          lines_.simulation};
+}
+
+LineSources::System fMain::LineParts() {
+  return {system_.loop,
+          system_.link,
+          system_.serviceLink,
+          system_.processes,
+          system_.files,
+          system_.driver,
+          logs_,
+          folders_,
+          ini_,
+          settings_,
+          settingsStore_,
+          spec_,
+          timers_,
+          state_,
+          messages_,
+          known_,
+          pipeline_,
+          journal_,
+          journalWindow_,
+          newCallsWindow_,
+          prefixInput_,
+          display_.display,
+          watchers_,
+          [this] { display_.commands.mnuReset_Click(); }};
+}
+
+CallerDisplay::Ports fMain::DisplayPorts() {
+  return {system_.loop,
+          timers_,
+          settings_,
+          state_,
+          sourceStates_,
+          known_.book,
+          known_.blocking,
+          messages_,
+          lines_.capi,
+          lines_.simulation,
+          blacklistCommand_,
+          logos_,
+          automaticSearch_,
+          callerWindows_,
+          displayWindows_,
+          [this] { sound_.Stop(); },
+          [this](bool) { display_.display.DisplayUpdate(false); },
+          [this] { lines_.capi.CAPIReset(false, true); },
+          {},
+          {}};
+}
+
+std::vector<CallWatch*> fMain::Watchers() {
+  std::vector<CallWatch*> watchers = system_.screen.Watchers();
+  watchers.push_back(&display_.tray);
+  return watchers;
+}
+
+TypedCommands::Ports fMain::CommandPorts() {
+  return {system_.lines,
+          known_.numbers,
+          known_.ownNumbers,
+          known_.book,
+          known_.blocking,
+          lines_.simulation,
+          [this] { return state_.ActiveCallList.Count() > 0 || lines_.router.AVMCallList().Count() > 0; },
+          [this](std::size_t count) { return NewestCalls(count); },
+          [this]() -> const clsCollection& { return known_.book.BookCollection(); }};
 }
 
 ClockJobs fMain::Jobs() {
   ClockJobs jobs;
   jobs.options = [this] { return ClockSettings(settings_); };
-  jobs.everySecond.emplace_back([this] { ncid_.TimerTick(); });
+  lines_.Attach(jobs);
   jobs.everySecond.emplace_back([this] { commands_.TimerTick(); });
-  jobs.everySecond.emplace_back([this] { helpers_.TimerTick(); });
   jobs.everySecond.emplace_back([this] { GiveWayToOtherCopy(); });
-  jobs.everySecond.emplace_back([this] { system_.terminal.Flush(); });
+  jobs.everySecond.emplace_back([this] { system_.screen.Tick(); });
   jobs.storeJournalDate = [this](const std::string& date) { settingsStore_.SaveJournalDate(date); };
   known_.Attach(jobs);
   jobs.checkErrorReport = [this] { errorMessage_.Check(); };
@@ -105,8 +196,18 @@ ClockJobs fMain::Jobs() {
   return jobs;
 }
 
+void fMain::BindMenu() {
+  DisplayCommands& commands = display_.commands;
+  menu_.Bind(MenuCommand::kBlockAll, [&commands] { commands.mnuBlockAll_Click(); });
+  menu_.Bind(MenuCommand::kBlockAllByTime, [&commands] { commands.mnuBlockAllByTime_Click(); });
+  menu_.Bind(MenuCommand::kSilentMode, [&commands] { commands.mnuSilentMode_Click(); });
+  menu_.Bind(MenuCommand::kCapiReset, [&commands] { commands.mnuCAPIReset_Click(); });
+  menu_.Bind(MenuCommand::kResetDisplay, [&commands] { commands.mnuReset_Click(); });
+}
+
 void fMain::AttachStartUp() {
   known_.Attach(startUp_);
+  lines_.Attach(startUp_);
   startUp_.On(StartPhase::kOtherCopy, [this] { return OpenEndpoint(); });
   startUp_.Do(StartPhase::kPaths, [this] { ReadSwitches(); });
   startUp_.On(StartPhase::kClosingAlready, [this] { return EndIfClosing(); });
@@ -120,16 +221,13 @@ void fMain::AttachStartUp() {
   startUp_.Do(StartPhase::kCheckReverseOfJournal, [this] { journal_.CheckReverseOfJournal(); });
   startUp_.Do(StartPhase::kLoadTAPIData, [this] { settingsStore_.LoadTAPIData(); });
   startUp_.Do(StartPhase::kLoadSetting, [this] { LoadSettings(); });
+  startUp_.Do(StartPhase::kDisplayElementsLoad, [this] { display_.display.DisplayElementsLoad(); });
   startUp_.Do(StartPhase::kFileBackup, [this] { BackupFiles(); });
   startUp_.Do(StartPhase::kTimers, [this] { timers_.AllTimerStart(); });
   startUp_.On(StartPhase::kInitWait, [this] { return InitWait(); });
+  startUp_.Do(StartPhase::kShowTrayIcon, [this] { OpenScreen(); });
   startUp_.Do(StartPhase::kLoadSettingsAVM, [this] { settingsStore_.LoadSettings_AVM(); });
   startUp_.Do(StartPhase::kLoadSettingsNCID, [this] { settingsStore_.LoadSettings_NCID(); });
-  startUp_.When(StartPhase::kRegisterCAPI, [this] { return settings_.General.CallMode_CAPI; });
-  startUp_.When(StartPhase::kRegisterAVM, [this] { return settings_.General.CallMode_AVM; });
-  startUp_.Do(StartPhase::kRegisterAVM, [this] { RegisterSource(kSourceAVM, settings_.General.CallMode_AVM); });
-  startUp_.When(StartPhase::kRegisterNCID, [this] { return settings_.General.CallMode_NCID; });
-  startUp_.Do(StartPhase::kRegisterNCID, [this] { RegisterSource(kSourceNCID, settings_.General.CallMode_NCID); });
   startUp_.Do(StartPhase::kSetSession, [this] { files_.SetSession(true); });
   startUp_.Do(StartPhase::kDisplayResize, [this] { ShowFirstState(); });
 }
@@ -137,12 +235,13 @@ void fMain::AttachStartUp() {
 void fMain::AttachShutDown() {
   shutDown_.On(UnloadStep::kSaveAreaBuffer, [this](UnloadReason) { known_.numbers.SpeedBuffer_OVW_Save(); });
   shutDown_.On(UnloadStep::kSaveSettings, [this](UnloadReason) { settingsStore_.SaveSettings_Self(); });
-  shutDown_.On(UnloadStep::kTerminateHelpers, [this](UnloadReason) { helpers_.Socket_Proc_Terminate(); });
+  lines_.Attach(shutDown_);
   shutDown_.On(UnloadStep::kStopTimers, [this](UnloadReason) { timers_.DisableAll(); });
-  shutDown_.On(UnloadStep::kUnloadForms, [this](UnloadReason) { system_.terminal.Flush(); });
+  shutDown_.On(UnloadStep::kUnloadForms, [this](UnloadReason) { system_.screen.Close(); });
   shutDown_.On(UnloadStep::kEndSession, [this](UnloadReason) { files_.SetSession(false); });
   shutDown_.On(UnloadStep::kUnloadClasses, [this](UnloadReason) {
     system_.link.Close();
+    system_.serviceLink.Close();
     system_.loop.Quit();
   });
 }
@@ -153,7 +252,7 @@ StartResult fMain::OpenEndpoint() {
     return Fail(LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi));
   }
   const WindowHandle handle = HandleForText(CanonicalFolder(folders_.ProgramData()));
-  const LinkOpening opening = system_.link.Open(handle, helpers_, startedByRestart_);
+  const LinkOpening opening = system_.link.Open(handle, lines_.helpers, startedByRestart_);
   if (opening) return StartResult::kGoOn;
   if (opening.state == LinkOpening::State::kInUse) return StartResult::kEnd;
   ErrorHandling().ErrorLogForceWrite("fMain.OpenEndpoint", {handle}, 0, opening.reason);
@@ -169,7 +268,7 @@ StartResult fMain::Fail(const std::string& message) {
 }
 
 void fMain::ReadSwitches() {
-  ErrorHandling().Switches = LoadSpecSwitches(ini_, folders_).Debug;
+  ErrorHandling().Switches = spec_.Debug;
   if (!folders_.Notice().empty()) messages_.MsgBoxForward(folders_.Notice(), kMsgWarning);
 }
 
@@ -188,8 +287,9 @@ StartResult fMain::FirstStartPhase() {
 void fMain::AskFirstStart() {
   settingsStore_.LoadSetting();
   const std::string path = folders_.GetMainPath({});
-  if (TerminalView::IsInteractive()) {
-    if (const auto answers = FirstStart(system_.terminal).Run(settings_.FritzBox.Host, settings_.NCID.Host)) {
+  if (system_.screen.CanAsk()) {
+    if (const auto answers =
+            FirstStart(system_.screen.FirstStart()).Run(settings_.FritzBox.Host, settings_.NCID.Host)) {
       SaveFirstStart(*answers);
       return;
     }
@@ -198,7 +298,7 @@ void fMain::AskFirstStart() {
   settingsStore_.SaveSettings_Config();
   settingsStore_.SaveVersion();
   settingsStore_.SaveSettings_AVM();
-  system_.terminal.Tell(
+  system_.screen.Tell(
       LoadLangKey("FirstStart_Info_EditFile",
                   "Erster Start mit Vorgaben. Für eine FRITZ!Box CallMode_CAPI=0 und CallMode_AVM=1 setzen in"_ansi) +
       " " + path);
@@ -235,6 +335,7 @@ void fMain::LoadSettings() {
   settingsStore_.LoadSetting();
   known_.schedules.LoadTimeSettings();
   settingsStore_.CheckConfigFile(checkWritten_, settings_.FileCheck.Check);
+  SkinLoader({system_.files, folders_, messages_}).SkinData(settings_.Skin.Path, display_.skin, false);
 }
 
 void fMain::BackupFiles() {
@@ -251,18 +352,37 @@ StartResult fMain::InitWait() {
   }
   const int delay = settings_.General.AutoRunDelay;
   if (delay == 0) return StartResult::kGoOn;
-  display_.ChangeDisplayData(LoadLangKey("Display_Msg_InitWait", "Bitte warten"_ansi) + " " + std::to_string(delay) +
-                             " sek");
+  display_.display.ChangeDisplayData(LoadLangKey("Display_Msg_InitWait", "Bitte warten"_ansi) + " " +
+                                     std::to_string(delay) + " sek");
   wait_ = std::make_unique<StartWait>(system_.loop, std::chrono::seconds(delay), [this] { startUp_.Continue(); });
   return StartResult::kWait;
 }
 
-// A helper program that is missing costs that source only.
-void fMain::RegisterSource(int source, bool& mode) {
-  if (helpers_.Socket_Proc_Init(source)) return;
-  mode = false;
-  ErrorHandling().ErrorLogForceWrite("modProcMessage.Socket_Proc_Init", {source});
-  display_.DisplayUpdate(false);
+void fMain::OpenScreen() {
+  system_.screen.Open({display_,
+                       menu_,
+                       commands_,
+                       lines_.simulation,
+                       known_.blacklist,
+                       settings_,
+                       settingsStore_,
+                       messages_,
+                       [this](oDataCall& call) { Identify(call); },
+                       {.version = VersionText(), .dataFolder = folders_.ProgramData(), .lines = {}, .toolkit = {}},
+                       [this] { return sourceStates_.Read(); },
+                       [this] { Close(UnloadReason::kUser); },
+                       [this] { Close(UnloadReason::kSystem); }});
+}
+
+void fMain::Identify(oDataCall& call) {
+  call.NameMode = static_cast<std::int16_t>(known_.book.GetNumberData(call, false, false));
+  call.GetMSNData(known_.ownNumbers.Table());
+}
+
+bool fMain::IsKnownPerson(const std::string& number) {
+  oDataCall call(&known_.numbers);
+  call.DataNumber(number);
+  return known_.book.GetNumberData(call, false, false) == 1;
 }
 
 TypedCommands::Calls fMain::NewestCalls(std::size_t count) {
@@ -274,15 +394,11 @@ TypedCommands::Calls fMain::NewestCalls(std::size_t count) {
   return calls;
 }
 
-bool fMain::TakeTyped() {
-  return system_.terminal.TakeTyped([this](const std::string& line) { commands_.Run(line); });
-}
-
 // A helper tells soon how its line stands; without one there is nothing to wait for.
 void fMain::ShowFirstState() {
-  system_.terminal.ShowLine(VersionText() + ", " + LoadLangKey("Console_Label_DataFolder", "Datenordner"_ansi) + " " +
-                            folders_.ProgramData());
-  if (!settings_.General.CallMode_AVM && !settings_.General.CallMode_NCID) display_.DisplayUpdate(false);
+  system_.screen.Tell(VersionText() + ", " + LoadLangKey("Console_Label_DataFolder", "Datenordner"_ansi) + " " +
+                      folders_.ProgramData());
+  if (!settings_.General.CallMode_AVM && !settings_.General.CallMode_NCID) display_.display.DisplayUpdate(false);
 }
 
 }  // namespace vorlix

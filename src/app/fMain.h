@@ -8,9 +8,10 @@
 
 #include "app/CommandLine.h"
 #include "app/KnownNumbers.h"
+#include "app/LineSources.h"
 #include "app/SettingsSwitches.h"
-#include "console/TerminalView.h"
 #include "core/CallPipeline.h"
+#include "core/CallWatchers.h"
 #include "core/ProgramClock.h"
 #include "core/ShutDown.h"
 #include "core/StartUp.h"
@@ -20,14 +21,16 @@
 #include "data/SpecSwitches.h"
 #include "data/modJournal.h"
 #include "data/modSettings.h"
-#include "lines/AVM_monitor.h"
-#include "lines/NCID_monitor.h"
-#include "lines/modProcMessage.h"
 #include "platform/Processes.h"
+#include "platform/SoundDevice.h"
+#include "reactions/BlacklistCommand.h"
+#include "reactions/SoundPlayer.h"
 #include "screens/ErrorMessage.h"
+#include "screens/LogoFiles.h"
+#include "screens/Screen.h"
+#include "screens/SkinData.h"
 #include "screens/TypedCommands.h"
-#include "screens/fInputVorwahl.h"
-#include "screens/fSimulation.h"
+#include "screens/null_views.h"
 #include "services/modAll_MsgBox.h"
 
 namespace vorlix {
@@ -38,8 +41,12 @@ class fMain {
     MessageLoop& loop;
     FileStore& files;
     MessageLink& link;
+    MessageLink& serviceLink;
     Processes& processes;
-    TerminalView& terminal;
+    CapiDriver& driver;
+    SoundDevice& sound;
+    Screen& screen;
+    CallFeedView& lines;  // what typed commands answer on
   };
 
   // The system's parts must outlive the object.
@@ -54,16 +61,19 @@ class fMain {
   bool Form_Load() { return startUp_.Run(); }
   // What the process ends with: 1 when the start failed. A second copy that gives way has not failed.
   int ExitStatus() const { return exitStatus_; }
-  // Reads what was typed; false when nothing more will come.
-  bool TakeTyped();
   // Closes the program from the loop.
   void Close(UnloadReason reason) { shutDown_.Request(reason); }
 
  private:
   PipelinePorts Ports();
   ClockJobs Jobs();
+  LineSources::System LineParts();
+  CallerDisplay::Ports DisplayPorts();
+  std::vector<CallWatch*> Watchers();
+  TypedCommands::Ports CommandPorts();
   void AttachStartUp();
   void AttachShutDown();
+  void BindMenu();
 
   StartResult OpenEndpoint();
   StartResult Fail(const std::string& message);
@@ -76,10 +86,12 @@ class fMain {
   void LoadSettings();
   void BackupFiles();
   StartResult InitWait();
-  void RegisterSource(int source, bool& mode);
+  void OpenScreen();
   void ShowFirstState();
-  TypedCommands::Calls NewestCalls(std::size_t count);
   void GiveWayToOtherCopy();
+  void Identify(oDataCall& call);
+  bool IsKnownPerson(const std::string& number);
+  TypedCommands::Calls NewestCalls(std::size_t count);
 
   System system_;
   bool startedByAuto_;
@@ -92,6 +104,7 @@ class fMain {
   clsFiles::Rotation rotation_;
   clsFiles files_;
   FileLogStore logs_;
+  SpecSwitches spec_;
   modAll_MsgBox messages_;
   Settings settings_;
   modSettings settingsStore_;
@@ -104,29 +117,29 @@ class fMain {
   NoMailQueue mail_;
   NoProgramStarter programs_;
   NoReverseSearch search_;
-  NoTrayBalloon balloon_;
   NoJournalWindow journalWindow_;
   NoNewCallsWindow newCallsWindow_;
-  NoMaxiDisplay maxiDisplay_;
   NoCardWindow cardWindow_;
-  NoSound sound_;
   NoMaps maps_;
-  NoCapiLine capi_;
+  NoAutomaticSearch automaticSearch_;
+  NoCallerWindows callerWindows_;
+  NoDisplayWindows displayWindows_;
 
   modJournal journal_;
   MainTimers timers_;
   PipelineState state_;
   PipelineSettings pipelineSettings_;
-  LineSettings lineSettings_;
+  SoundPlayer sound_;
+  BlacklistCommand blacklistCommand_;
+  LogoFiles logos_;
   SourceStates sourceStates_;
-  CallFeed display_;
+  CallerDisplay display_;
+  CallWatchers watchers_;
   CallPipeline pipeline_;
-  modProcMessage helpers_;
-  AVM_monitor router_;
-  NCID_monitor ncid_;
   fInputVorwahl prefixInput_;
-  fSimulation simulation_;
+  LineSources lines_;
   TypedCommands commands_;
+  TrayMenu menu_;
   ErrorMessage errorMessage_;
   ProgramClock clock_;
   StartUp startUp_;

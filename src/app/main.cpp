@@ -7,11 +7,18 @@
 #include "app/CommandLine.h"
 #include "app/SystemFolders.h"
 #include "app/fMain.h"
+#include "console/TerminalScreen.h"
+#ifdef VORLIX_DESKTOP
+#include "desktop/DesktopHost.h"
+#endif
+#include "platform/posix/Capi20Library.h"
 #include "platform/posix/PollReactor.h"
 #include "platform/posix/PosixFileStore.h"
 #include "platform/posix/PosixProcesses.h"
+#include "platform/posix/ProcessSound.h"
 #include "platform/posix/SignalWatch.h"
 #include "platform/posix/SocketMessageLink.h"
+#include "platform/posix/SystemClock.h"
 #include "services/ansi.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
@@ -33,24 +40,54 @@ int Refuse(const std::string& unnamable) {
   return 1;
 }
 
-int Run(const CommandLine& line, const Folders::Surroundings& surroundings) {
-  PollReactor reactor;
+// The program between the machine and its screen, from start to end.
+int RunProgram(Reactor& reactor, Screen& screen, CallFeedView& lines, const CommandLine& line,
+               const Folders::Surroundings& surroundings) {
   PosixFileStore files;
   PosixProcesses processes;
   SocketMessageLink link(reactor);
-  TerminalView terminal;
-  fMain program({reactor, files, link, processes, terminal}, line, surroundings);
+  SocketMessageLink serviceLink(reactor);
+  Capi20Library driver;
+  ProcessSound sound(reactor);
+  fMain program({reactor, files, link, serviceLink, processes, driver, sound, screen, lines}, line, surroundings);
   const SignalWatch signals(reactor, [&program](int) { program.Close(UnloadReason::kSystem); });
-  // A job in the background must not be stopped for reading from its terminal: it gets an error and types nothing.
-  std::signal(SIGTTIN, SIG_IGN);
-  std::unique_ptr<Watch> typed;
-  typed = reactor.WatchDescriptor(STDIN_FILENO, [&](Reactor::Ready) {
-    if (!program.TakeTyped()) typed.reset();
-  });
   // The helper programs work on the same data folder.
   setenv("VORLIX_DATA", ToUtf8(program.DataFolder()).c_str(), 1);
   if (program.Form_Load()) reactor.Run();
   return program.ExitStatus();
+}
+
+int RunOnTerminal(const CommandLine& line, const Folders::Surroundings& surroundings) {
+  PollReactor reactor;
+  TerminalScreen screen(reactor.GetClock());
+  // A job in the background must not be stopped for reading from its terminal: it gets an error and types nothing.
+  std::signal(SIGTTIN, SIG_IGN);
+  std::unique_ptr<Watch> typed;
+  typed = reactor.WatchDescriptor(STDIN_FILENO, [&](Reactor::Ready) {
+    if (!screen.TakeTyped()) typed.reset();
+  });
+  return RunProgram(reactor, screen, screen.Lines(), line, surroundings);
+}
+
+#ifdef VORLIX_DESKTOP
+class NoLines : public CallFeedView {
+ public:
+  void ShowLine(const std::string&) override {}
+};
+
+int RunOnDesktop(const CommandLine& line, const Folders::Surroundings& surroundings) {
+  const SystemClock clock;
+  DesktopHost screen(clock, surroundings.programFolder + "/base/icons");
+  NoLines lines;
+  return RunProgram(screen.Loop(), screen, lines, line, surroundings);
+}
+#endif
+
+int Run(const CommandLine& line, const Folders::Surroundings& surroundings) {
+#ifdef VORLIX_DESKTOP
+  if (!line.console && DesktopScreen::IsAvailable()) return RunOnDesktop(line, surroundings);
+#endif
+  return RunOnTerminal(line, surroundings);
 }
 
 }  // namespace

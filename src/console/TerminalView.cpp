@@ -9,6 +9,7 @@
 
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
+#include "services/modLanguage.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -19,6 +20,8 @@ constexpr std::size_t kMostWaiting = 256 * 1024;
 constexpr std::size_t kPortion = 4096;
 // Nobody types a longer line.
 constexpr std::size_t kMostTyped = 4096;
+// A question in the middle of a call must not keep the next ones waiting for ever.
+constexpr std::chrono::seconds kMostThought{60};
 constexpr int kPatience = 250;  // milliseconds
 
 }  // namespace
@@ -31,23 +34,21 @@ void TerminalView::ShowLine(const std::string& line) {
   Write(WithoutControls(line) + "\n");
 }
 
-MsgBoxAnswer TerminalView::Show(std::string_view text, int style, std::string_view title, bool) {
+MsgBoxAnswer TerminalView::Show(std::string_view text, int style, std::string_view title, bool modal) {
   return Trapped("TerminalView.Show", [&] {
     const char* mark = (style & kMsgInformation) == kMsgInformation ? "i" : "!";
     for (const std::string& line : Split(Replace(text, kLineEnd, "\n"), "\n")) {
       Write("[" + std::string(mark) + "] " + WithoutControls(title) + ": " + WithoutControls(line) + "\n");
     }
-    return (style & kMsgYesNo) == kMsgYesNo ? MsgBoxAnswer::kNo : MsgBoxAnswer::kOk;
+    if ((style & kMsgYesNo) != kMsgYesNo) return MsgBoxAnswer::kOk;
+    return modal && wait_ && !isAsking_ && IsInteractive() ? AskYesNo() : MsgBoxAnswer::kNo;
   });
 }
 
 std::optional<std::string> TerminalView::Ask(const std::string& question, const std::string& fallback) {
   Write(question + (fallback.empty() ? "" : " [" + fallback + "]") + ": ");
   std::string answer;
-  isAsking_ = true;
-  const bool answered = AwaitLine(answer);
-  isAsking_ = false;
-  if (!answered) {
+  if (!AwaitLine(answer)) {
     Write("\n");
     return std::nullopt;
   }
@@ -55,12 +56,29 @@ std::optional<std::string> TerminalView::Ask(const std::string& question, const 
   return text.empty() ? fallback : text;
 }
 
+MsgBoxAnswer TerminalView::AskYesNo() {
+  const std::string yes = LoadLangKey("Console_String_Yes", "j"_ansi);
+  Write("    (" + yes + "/" + LoadLangKey("Console_String_No", "n"_ansi) + ") ");
+  std::string answer;
+  const bool isYes = AwaitLine(answer, kMostThought) && EqualNoCase(Trim(FromUtf8(answer)), yes);
+  if (answer.empty()) Write("\n");
+  return isYes ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
+}
+
 // A last line may lack its end.
-bool TerminalView::AwaitLine(std::string& line) {
+bool TerminalView::AwaitLine(std::string& line, std::chrono::seconds most) {
+  const auto end = std::chrono::steady_clock::now() + most;
+  isAsking_ = true;
+  const bool answered = ReadLine(line, end);
+  isAsking_ = false;
+  return answered;
+}
+
+bool TerminalView::ReadLine(std::string& line, std::chrono::steady_clock::time_point latest) {
   std::size_t end = 0;
   while ((end = typed_.find('\n')) == std::string::npos) {
     if (!IsReadable()) {
-      if (wait_ && !wait_()) return false;
+      if (wait_ && (!wait_() || std::chrono::steady_clock::now() > latest)) return false;
     } else if (!ReadTyped()) {
       line = std::exchange(typed_, {});
       return !line.empty();

@@ -2,6 +2,7 @@
 // question is asked only where somebody can answer it.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -32,7 +33,8 @@ class TerminalView : public CallFeedView, public MsgBoxDoor, public FirstStartVi
 
   void ShowLine(const std::string& line) override;
 
-  // The box as lines behind its title. A yes/no question is not asked, since the loop must go on: its answer is no.
+  // The box as lines behind its title. A modal yes/no question waits a minute where somebody may be there to answer it,
+  // and meanwhile the loop runs; otherwise its answer is no.
   MsgBoxAnswer Show(std::string_view text, int style, std::string_view title, bool modal) override;
 
   // Reads what was typed and gives each line of it to `take`; false at the end of the input. What is typed while a
@@ -45,7 +47,9 @@ class TerminalView : public CallFeedView, public MsgBoxDoor, public FirstStartVi
  private:
   void Write(std::string_view text);
   bool IsWritable();
-  bool AwaitLine(std::string& line);
+  MsgBoxAnswer AskYesNo();
+  bool AwaitLine(std::string& line, std::chrono::seconds most = std::chrono::hours(24 * 365));
+  bool ReadLine(std::string& line, std::chrono::steady_clock::time_point latest);
   bool IsReadable() const;
   bool ReadTyped();
 
