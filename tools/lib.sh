@@ -1,5 +1,8 @@
 # What the scripts at the root share. Sourced, not run.
 
+# What a build takes.
+build_packages=(g++ cmake ninja-build qt6-base-dev)
+
 say() { printf '%s\n' "vorlix: $*"; }
 
 # Installs the Debian packages that are missing; says nothing and takes no time when all are there.

@@ -1,0 +1,21 @@
+// Where the bar stands: docked to the edges of its screen that it touches, or free. Rectangles are in the toolkit's
+// points. Pure arithmetic, so that it is the same for every screen.
+#pragma once
+
+#include <QRect>
+
+namespace vorlix {
+
+// How near to an edge a dragged bar is taken by it.
+inline constexpr int kSnap = 16;
+
+// Wholly inside the area, its size kept as far as the area holds it.
+QRect Inside(QRect bar, const QRect& area);
+// An edge of the area that is near takes the bar.
+QRect Snapped(QRect bar, const QRect& area);
+// The same bar with another height: one that stands on the lower edge grows upwards.
+QRect WithHeight(QRect bar, int height, const QRect& area);
+// What stays of a hidden bar: its grip, at the outer side of one docked to the right, else at the left.
+QRect StripOf(const QRect& bar, int width, const QRect& area);
+
+}  // namespace vorlix

@@ -1,0 +1,134 @@
+#include "desktop/DesktopHost.h"
+
+#include <cstdio>
+
+#include "services/ansi.h"
+#include "services/modLanguage.h"
+#include "services/text.h"
+
+namespace vorlix {
+
+class DesktopHost::StoredPlaces : public WindowPlaces {
+ public:
+  explicit StoredPlaces(Settings& settings) : settings_(settings) {}
+
+  std::optional<WindowPlace> Load(PlacedWindow window) override {
+    const Members place = MembersOf(window);
+    if (place.screen == "0" || place.screen.empty()) return std::nullopt;
+    return WindowPlace{place.screen, place.left, place.top, place.leftOnScreen, place.topOnScreen, place.width};
+  }
+  void Save(PlacedWindow window, const WindowPlace& place) override {
+    const Members members = MembersOf(window);
+    members.screen = place.screen;
+    members.left = place.left;
+    members.top = place.top;
+    members.leftOnScreen = place.leftOnScreen;
+    members.topOnScreen = place.topOnScreen;
+    members.width = place.width;
+  }
+
+ private:
+  struct Members {
+    std::string& screen;
+    int &left, &top, &leftOnScreen, &topOnScreen, &width;
+  };
+  Members MembersOf(PlacedWindow window) {
+    auto& all = settings_.Dimensions;
+    if (window == PlacedWindow::kDisplay) {
+      return {all.DisplayScreenName, all.DisplayLeft, all.DisplayTop, all.DisplayLeftMM, all.DisplayTopMM,
+              all.DisplayWidth};
+    }
+    return {all.MaxiDispScreenName, all.MaxiDispLeft, all.MaxiDispTop, all.MaxiDispLeftMM, all.MaxiDispTopMM,
+            all.MaxiDispWidth};
+  }
+
+  Settings& settings_;
+};
+
+// What exists only while the program stands behind the screen; the connection goes first.
+struct DesktopHost::Windows {
+  explicit Windows(const Program& parts)
+      : program(parts),
+        places(parts.settings),
+        simulation(parts.simulation, {parts.settings.Dimensions.CallSimLeft, parts.settings.Dimensions.CallSimTop,
+                                      parts.settings.Dimensions.CallSimWidth, parts.settings.Dimensions.CallSimHeight}),
+        blacklistWindow({parts.settings.Dimensions.BlacklistLeft, parts.settings.Dimensions.BlacklistTop,
+                         parts.settings.Dimensions.BlacklistWidth, parts.settings.Dimensions.BlacklistHeight}),
+        blacklist({blacklistWindow, parts.blacklist, parts.settingsStore, parts.messages}) {
+    blacklistWindow.Attach(blacklist);
+    program.blacklist.ReloadWindow([this] {
+      if (blacklist.IsOpen()) blacklist.LoadBlackList();
+    });
+  }
+  ~Windows() { program.blacklist.ReloadWindow({}); }
+  Windows(const Windows&) = delete;
+  Windows& operator=(const Windows&) = delete;
+
+  std::string AboutNow() const {
+    AboutFacts facts = program.about;
+    facts.lines = program.lineStates();
+    facts.toolkit = DesktopScreen::Toolkit();
+    return AboutText(facts);
+  }
+
+  Program program;
+  StoredPlaces places;
+  SimulationDialog simulation;
+  BlacklistWindow blacklistWindow;
+  fEditBlacklist blacklist;
+  AboutBox about;
+  std::unique_ptr<DesktopScreen::Connection> connection;
+};
+
+namespace {
+
+DisplayFont FontOf(const Settings& settings) {
+  return {settings.FontSize.DisplayName, settings.FontSize.Display, settings.FontSize.DisplayBold};
+}
+
+}  // namespace
+
+DesktopHost::DesktopHost(const Clock& clock, const std::string& iconFolder) : screen_(clock, iconFolder) {}
+
+DesktopHost::~DesktopHost() {
+  Close();
+}
+
+void DesktopHost::Tell(const std::string& text) {
+  std::printf("%s\n", ToUtf8(WithoutControls(text)).c_str());
+  std::fflush(stdout);
+}
+
+void DesktopHost::Open(const Program& program) {
+  windows_ = std::make_unique<Windows>(program);
+  TrayMenu& menu = program.menu;
+  menu.Bind(MenuCommand::kSimulation, [this] { windows_->simulation.Open(); });
+  menu.Bind(MenuCommand::kBlacklist, [this] { windows_->blacklistWindow.Open(); });
+  menu.Bind(MenuCommand::kAbout, [this] { windows_->about.Open(windows_->AboutNow()); });
+  menu.Bind(MenuCommand::kQuit, program.quit);
+  program.display.display.RunClock();
+  windows_->connection = screen_.Open({program.display, menu, windows_->places, program.sessionEnds},
+                                        FontOf(program.settings));
+}
+
+void DesktopHost::Close() {
+  if (!windows_) return;
+  windows_->simulation.Close();
+  windows_->connection.reset();
+  windows_.reset();
+}
+
+DoubleItem DesktopHost::DoubleItemsBox::ShowDialog(const std::string& number, const std::string& oldName,
+                                                   const std::string& oldAddress, std::string& newName,
+                                                   std::string& newAddress) {
+  const std::string gap(kLineEnd);
+  const std::string text =
+      LoadLangKey("DoubleItems_Label_Number", "Rufnummer:"_ansi) + " " + number + gap + gap +
+      LoadLangKey("DoubleItems_Label_Old", "Vorhanden:"_ansi) + " " + oldName + ", " + oldAddress + gap +
+      LoadLangKey("DoubleItems_Label_New", "Neu:"_ansi) + " " + newName + ", " + newAddress + gap + gap +
+      LoadLangKey("DoubleItems_Label_Take", "Den neuen Eintrag übernehmen?"_ansi);
+  const MsgBoxAnswer answer = boxes_.Show(text, kMsgYesNo + kMsgQuestion, modAll_MsgBox::kProgramName, true);
+  return answer == MsgBoxAnswer::kYes ? DoubleItem::kSetItem : DoubleItem::kNothing;
+}
+
+}  // namespace vorlix

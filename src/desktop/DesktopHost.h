@@ -1,0 +1,66 @@
+// The desktop as the program's screen: bar, tray, large window, dialogs and message boxes, put together.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "desktop/DesktopScreen.h"
+#include "desktop/dialogs/AboutBox.h"
+#include "desktop/dialogs/AreaCodeDialog.h"
+#include "desktop/dialogs/BlacklistWindow.h"
+#include "desktop/dialogs/FirstStartDialog.h"
+#include "desktop/dialogs/MessageBoxes.h"
+#include "desktop/dialogs/SimulationDialog.h"
+#include "screens/Screen.h"
+#include "screens/fEditBlacklist.h"
+#include "screens/null_views.h"
+
+namespace vorlix {
+
+class DesktopHost : public Screen {
+ public:
+  // The clock must outlive the object; the folder holds the program's icons, as a real path.
+  DesktopHost(const Clock& clock, const std::string& iconFolder);
+  ~DesktopHost() override;
+
+  Reactor& Loop() { return screen_.Loop(); }
+
+  CallerDisplay::Views Views() override { return {screen_.Bar(), screen_.Tray(), screen_.Maxi(), foreground_}; }
+  std::vector<CallWatch*> Watchers() override { return {}; }
+  MsgBoxDoor& Boxes() override { return boxes_; }
+  FirstStartPage& FirstStart() override { return firstStart_; }
+  fInputVorwahlView& AreaCodes() override { return areaCodes_; }
+  AskForDoubleItems& DoubleItems() override { return doubles_; }
+  bool CanAsk() override { return true; }
+  void Tell(const std::string& text) override;
+  // Dialogs run the toolkit's loop.
+  void WaitWith(std::function<bool()>) override {}
+  void Open(const Program& program) override;
+  void Tick() override {}
+  void Close() override;
+
+ private:
+  // The places of bar and large window in the settings.
+  class StoredPlaces;
+  // The question about two entries of one number, as a box.
+  class DoubleItemsBox : public AskForDoubleItems {
+   public:
+    explicit DoubleItemsBox(MsgBoxDoor& boxes) : boxes_(boxes) {}
+    DoubleItem ShowDialog(const std::string& number, const std::string& oldName, const std::string& oldAddress,
+                          std::string& newName, std::string& newAddress) override;
+
+   private:
+    MsgBoxDoor& boxes_;
+  };
+  struct Windows;
+
+  DesktopScreen screen_;
+  NoForegroundWindow foreground_;
+  MessageBoxes boxes_;
+  FirstStartDialog firstStart_;
+  AreaCodeDialog areaCodes_;
+  DoubleItemsBox doubles_{boxes_};
+  std::unique_ptr<Windows> windows_;  // from Open() to Close()
+};
+
+}  // namespace vorlix

@@ -1,0 +1,133 @@
+#include "desktop/DesktopScreen.h"
+
+#include <cerrno>
+#include <clocale>
+#include <cstdlib>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "desktop/icons.h"
+#include "desktop/line_menu.h"
+#include "desktop/text.h"
+#include "services/ansi.h"
+#include "services/modLanguage.h"
+
+namespace vorlix {
+namespace {
+
+// The toolkit keeps references to both.
+int argumentCount = 1;
+char programName[] = "vorlix";
+char* argumentList[] = {programName, nullptr};
+
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+void EndSilently(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type == QtFatalMsg) _exit(1);
+}
+
+}  // namespace
+
+bool DesktopScreen::IsAvailable() {
+  if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY") && !IsSet("QT_QPA_PLATFORM")) return false;
+  const pid_t child = fork();
+  if (child == 0) {
+    qInstallMessageHandler(EndSilently);
+    const QGuiApplication application(argumentCount, argumentList);
+    _exit(QGuiApplication::primaryScreen() != nullptr ? 0 : 1);
+  }
+  int status = 0;
+  while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
+  return child > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+// The toolkit makes the user's locale the program's; of that only the way of letters is wanted, for typing. Numbers and
+// dates in the data files are the same everywhere.
+DesktopScreen::Application::Application() : QApplication(argumentCount, argumentList) {
+  for (const int category : {LC_NUMERIC, LC_TIME, LC_COLLATE, LC_MONETARY, LC_MESSAGES})
+    std::setlocale(category, "C");
+  setQuitOnLastWindowClosed(false);
+  setApplicationName(QStringLiteral("vorlix"));
+  setApplicationDisplayName(QStringLiteral("Vorlix"));
+  setDesktopFileName(QStringLiteral("vorlix"));
+}
+
+// Whoever asks the application to quit, such as the end of the session, asks the program: it has things to put away.
+bool DesktopScreen::Application::event(QEvent* event) {
+  if (event->type() != QEvent::Quit || !sessionEnds) return QApplication::event(event);
+  PassOn(sessionEnds);
+  return true;
+}
+
+DesktopScreen::DesktopScreen(const Clock& clock, const std::string& iconFolder)
+    : loop_(clock),
+      bar_(gestures_, iconFolder, [this](QMenu& menu) { AddProgramCommands(menu); }),
+      maxi_(gestures_, bar_.Painter()),
+      tray_(gestures_, iconFolder, [this](QMenu& menu) { FillTrayMenu(menu); }) {
+  QApplication::setWindowIcon(LoadIcon(iconFolder, "vorlix"));
+}
+
+DesktopScreen::~DesktopScreen() {
+  Close();
+}
+
+std::unique_ptr<DesktopScreen::Connection> DesktopScreen::Open(const Program& program, const DisplayFont& font) {
+  gestures_ = GesturesOf(program.display, program.menu);
+  application_.sessionEnds = program.sessionEnds;
+  const bool hasTray = tray_.IsThere();
+  maxi_.Open(program.places);
+  bar_.Open(program.places, font, hasTray);
+  tray_.Open();
+  return std::make_unique<Connection>(*this);
+}
+
+void DesktopScreen::Close() {
+  gestures_ = {};
+  application_.sessionEnds = {};
+  tray_.Withdraw();
+  maxi_.Withdraw();
+  bar_.Withdraw();
+}
+
+void DesktopScreen::FillTrayMenu(QMenu& menu) {
+  AddCalls(menu, bar_.Content(), gestures_);
+  if (bar_.Place() != BarPlace::kShown) {
+    menu.addAction(ToMenuText(LoadLangKey("Display_Menu_ShowBar", "Anzeige einblenden"_ansi)), &menu,
+                   [this] { PassOn(gestures_.toggle); });
+  }
+  AddProgramCommands(menu);
+}
+
+void DesktopScreen::AddProgramCommands(QMenu& menu) {
+  if (maxi_.isVisible()) menu.addAction(ToMenuText(CloseMaxiText()), &menu, [this] { maxi_.CloseByHand(); });
+  AddCommands(menu, gestures_);
+}
+
+std::string DesktopScreen::Toolkit() {
+  return std::string("Qt ") + qVersion();
+}
+
+DisplayGestures GesturesOf(CallerDisplay& display, TrayMenu& menu) {
+  DisplayClicks& clicks = display.clicks;
+  return {
+      .doubleClick = [&clicks](std::size_t line) { clicks.DisplayDblClickAction(line); },
+      .hangUp = [&clicks](std::size_t line) { clicks.HangUpClick(line); },
+      .blacklist = [&clicks](std::size_t line) { clicks.BlacklistClick(line); },
+      .timeClick = [&clicks] { clicks.TimeClick(); },
+      .bell = [&clicks] { clicks.BellClick(); },
+      .mouseEntered = [&display] { display.hiding.MouseEntered(); },
+      .mouseLeft = [&display] { display.hiding.MouseLeft(); },
+      .toggle = [&display] { display.hiding.Toggle(); },
+      .trayClick = [&clicks] { clicks.TrayClick(); },
+      .balloonDismissed = [&display] { display.tray.BalloonDismissed(); },
+      .maxiClosed = [&display] { display.maxi.Closed(); },
+      .menuItems = [&menu] { return menu.Items(); },
+      .runCommand = [&menu](MenuCommand command) { menu.Run(command); },
+  };
+}
+
+}  // namespace vorlix

@@ -1,0 +1,89 @@
+// The desktop as the program's screen: the toolkit's application, its loop, and the views of the caller display. Made
+// before the program and destroyed after it; the parts are on the screen between Open() and the end of what it gives.
+#pragma once
+
+#include <QApplication>
+#include <memory>
+#include <string>
+
+#include "desktop/DisplayGestures.h"
+#include "desktop/MainBar.h"
+#include "desktop/MaxiWindow.h"
+#include "desktop/QtReactor.h"
+#include "desktop/SystemTray.h"
+#include "desktop/WindowPlaces.h"
+#include "screens/CallerDisplay.h"
+
+namespace vorlix {
+
+class DesktopScreen {
+ public:
+  // Whether there is a desktop to draw on, and the toolkit can: tried in a process of its own, since the toolkit ends
+  // one in which it cannot. Call it while there is one thread only.
+  static bool IsAvailable();
+
+  // One in a process. The clock must outlive it; the folder holds the program's icons, as a real path.
+  DesktopScreen(const Clock& clock, const std::string& iconFolder);
+  ~DesktopScreen();
+  DesktopScreen(const DesktopScreen&) = delete;
+  DesktopScreen& operator=(const DesktopScreen&) = delete;
+
+  Reactor& Loop() { return loop_; }
+  MainBar& Bar() { return bar_; }
+  SystemTray& Tray() { return tray_; }
+  MaxiWindow& Maxi() { return maxi_; }
+
+  // Takes all off the screen and forgets the program.
+  class Connection {
+   public:
+    explicit Connection(DesktopScreen& screen) : screen_(screen) {}
+    ~Connection() { screen_.Close(); }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+   private:
+    DesktopScreen& screen_;
+  };
+
+  // What the program behind the views is; all must outlive the connection.
+  struct Program {
+    CallerDisplay& display;
+    TrayMenu& menu;
+    WindowPlaces& places;
+    std::function<void()> sessionEnds;  // the desktop's session ends, and the program with it
+  };
+  // From here on bar and tray icon are there, and gestures reach the program. The settings are loaded by then.
+  [[nodiscard]] std::unique_ptr<Connection> Open(const Program& program, const DisplayFont& font);
+  // By a person's command, such as starting the program once more: brings the keyboard to the bar.
+  void Activate() { bar_.Activate(); }
+
+  // "Qt 6.4.2"
+  static std::string Toolkit();
+
+ private:
+  // First of all, and the last to go.
+  class Application : public QApplication {
+   public:
+    Application();
+    std::function<void()> sessionEnds;
+
+   protected:
+    bool event(QEvent* event) override;
+  };
+
+  void Close();
+  void FillTrayMenu(QMenu& menu);
+  void AddProgramCommands(QMenu& menu);
+
+  Application application_;
+  QtReactor loop_;
+  DisplayGestures gestures_;
+  MainBar bar_;
+  MaxiWindow maxi_;
+  SystemTray tray_;
+};
+
+// The gestures as the presenters take them.
+DisplayGestures GesturesOf(CallerDisplay& display, TrayMenu& menu);
+
+}  // namespace vorlix

@@ -1,0 +1,302 @@
+#include "desktop/MainBar.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QShortcut>
+#include <QWindow>
+#include <algorithm>
+
+#include "desktop/BarGeometry.h"
+#include "desktop/icons.h"
+#include "desktop/line_menu.h"
+#include "desktop/placing.h"
+#include "desktop/text.h"
+#include "services/ansi.h"
+#include "services/modLanguage.h"
+
+namespace vorlix {
+namespace {
+
+constexpr int kGrip = 12;
+constexpr int kEdge = 4;
+constexpr int kGrasp = 6;  // how near to its free end the bar is taken for making it wider
+constexpr int kFirstWidth = 480, kLeastWidth = 240;
+
+}  // namespace
+
+MainBar::MainBar(const DisplayGestures& gestures, const std::string& iconFolder,
+                 std::function<void(QMenu&)> addCommands)
+    : gestures_(gestures), blockedMark_(LoadIcon(iconFolder, "blocked")), addCommands_(std::move(addCommands)) {
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  // The tips are wanted though the bar is never the active window.
+  setAttribute(Qt::WA_AlwaysShowToolTips);
+  setMouseTracking(true);
+  setWindowTitle(QStringLiteral("Vorlix"));
+  setAccessibleName(ToQString(LoadLangKey("Display_Title_Bar", "Anrufanzeige"_ansi)));
+  AddKeys();
+  const auto follow = [this](QScreen* screen) {
+    QObject::connect(screen, &QScreen::availableGeometryChanged, this, [this] { Arrange(); });
+  };
+  std::ranges::for_each(QGuiApplication::screens(), follow);
+  QObject::connect(qApp, &QGuiApplication::screenAdded, this, follow);
+  QObject::connect(qApp, &QGuiApplication::screenRemoved, this, [this] { Arrange(); });
+}
+
+void MainBar::Open(WindowPlaces& places, const DisplayFont& font, bool hasTray) {
+  places_ = &places;
+  // A bar that cannot be reached by the tray's menu has to be one of the windows that the keyboard reaches.
+  setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                 (hasTray ? Qt::Tool | Qt::WindowDoesNotAcceptFocus : Qt::Window));
+  SetFont(font);
+  isOpen_ = true;
+  AdjustLines();
+  home_ = FirstPlace();
+  Arrange();
+}
+
+void MainBar::Withdraw() {
+  isOpen_ = false;
+  places_ = nullptr;
+  hide();
+}
+
+void MainBar::SetFont(const DisplayFont& font) {
+  QFont chosen = QApplication::font();
+  const QString family = ToQString(font.family);
+  if (QFontDatabase::hasFamily(family)) {
+    chosen = QFont(family, std::max(font.points, 1));
+  } else if (font.points > chosen.pointSize()) {
+    chosen.setPointSize(font.points);
+  }
+  chosen.setBold(font.isBold);
+  setFont(chosen);
+}
+
+QRect MainBar::FirstPlace() const {
+  const auto place = places_->Load(PlacedWindow::kDisplay);
+  if (!place) {
+    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect bar(0, 0, kFirstWidth, FullHeight());
+    return Inside(bar.translated(area.bottomRight()), area);
+  }
+  return QRect(CornerOf(*place), QSize(place->width > 0 ? place->width : kFirstWidth, FullHeight()));
+}
+
+void MainBar::Remember() {
+  if (places_ != nullptr) places_->Save(PlacedWindow::kDisplay, PlaceOf(home_));
+}
+
+QRect MainBar::Area() const {
+  return AreaAt(home_.center());
+}
+
+int MainBar::FullHeight() const {
+  const int lines = std::max(1, static_cast<int>(content_.lines.size()));
+  return lines * (lines_.empty() ? 32 : lines_.front()->LineHeight()) + 2 * kEdge;
+}
+
+void MainBar::ShowLines(const DisplayContent& content) {
+  content_ = content;
+  AdjustLines();
+  for (std::size_t i = 0; i < content_.lines.size(); ++i)
+    lines_[i]->Show(content_.lines[i]);
+  Arrange();
+}
+
+void MainBar::AdjustLines() {
+  while (lines_.size() < std::max<std::size_t>(1, content_.lines.size())) {
+    lines_.push_back(new BarLine(this, {gestures_, painter_, blockedMark_}, lines_.size()));
+    lines_.back()->ShowSkin();
+  }
+}
+
+void MainBar::ShowClock(const std::string& date, const std::string& time) {
+  if (!lines_.empty()) lines_.front()->ShowClock(date, time);
+}
+
+void MainBar::ShowSkin(const Skin& skin) {
+  painter_.SetSkin(skin);
+  for (BarLine* line : lines_)
+    line->ShowSkin();
+  update();
+}
+
+void MainBar::BringToTop() {
+  if (isVisible()) raise();
+}
+
+void MainBar::SetPlace(BarPlace place) {
+  place_ = place;
+  Arrange();
+}
+
+bool MainBar::IsInUse() {
+  return drag_ != Drag::kNone || menu_ != nullptr || isActiveWindow() || (isVisible() && underMouse());
+}
+
+void MainBar::Arrange() {
+  if (!isOpen_ || drag_ == Drag::kMoving) return;
+  home_ = WithHeight(home_, FullHeight(), Area());
+  if (place_ == BarPlace::kGone || place_ == BarPlace::kTray) return hide();
+  ShowAtPlace();
+  show();
+}
+
+void MainBar::ShowAtPlace() {
+  const QRect place = place_ == BarPlace::kStrip ? StripOf(home_, kGrip, Area()) : home_;
+  if (CanPlaceWindows()) {
+    setGeometry(place);
+  } else {
+    resize(place.size());
+  }
+  resizeEvent(nullptr);
+}
+
+void MainBar::resizeEvent(QResizeEvent*) {
+  const int high = lines_.empty() ? 0 : lines_.front()->LineHeight();
+  for (std::size_t i = 0; i < lines_.size(); ++i) {
+    lines_[i]->setGeometry(kGrip, kEdge + static_cast<int>(i) * high, std::max(0, width() - kGrip - kGrasp), high);
+    lines_[i]->setVisible(place_ == BarPlace::kShown && i < std::max<std::size_t>(1, content_.lines.size()));
+  }
+}
+
+void MainBar::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter_.PaintBar(painter, rect());
+  const int high = lines_.empty() ? height() : lines_.front()->LineHeight();
+  for (int top = kEdge; top + high <= height(); top += high)
+    painter_.PaintGrip(painter, QRect(0, top, kGrip, high));
+}
+
+bool MainBar::event(QEvent* event) {
+  if (event->type() == QEvent::ScreenChangeInternal) {
+    for (BarLine* line : lines_)
+      line->ShowSkin();
+  }
+  if (event->type() == QEvent::WindowDeactivate && windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus)) {
+    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
+    if (!underMouse()) PassOn(gestures_.mouseLeft);
+  }
+  return QWidget::event(event);
+}
+
+void MainBar::Activate() {
+  PassOn(gestures_.mouseEntered);
+  if (!isVisible()) return;
+  windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, false);
+  raise();
+  activateWindow();
+  lines_.front()->setFocus(Qt::ShortcutFocusReason);
+}
+
+void MainBar::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  PassOn(gestures_.toggle);
+}
+
+void MainBar::enterEvent(QEnterEvent*) {
+  PassOn(gestures_.mouseEntered);
+}
+
+void MainBar::leaveEvent(QEvent*) {
+  PassOn(gestures_.mouseLeft);
+}
+
+bool MainBar::IsSizingAt(const QPoint& point) const {
+  if (place_ != BarPlace::kShown) return false;
+  return home_.right() == Area().right() ? point.x() < kGrasp : point.x() >= width() - kGrasp;
+}
+
+void MainBar::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  pressedAt_ = event->globalPosition().toPoint();
+  homeBefore_ = home_;
+  drag_ = IsSizingAt(event->position().toPoint()) ? Drag::kSizing : Drag::kPressed;
+  if (drag_ == Drag::kSizing && !CanPlaceWindows() && windowHandle()->startSystemResize(Qt::RightEdge))
+    drag_ = Drag::kNone;
+}
+
+void MainBar::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint point = event->globalPosition().toPoint();
+  if (drag_ == Drag::kNone) {
+    setCursor(IsSizingAt(event->position().toPoint()) ? Qt::SizeHorCursor : Qt::ArrowCursor);
+  } else if (drag_ == Drag::kPressed && (point - pressedAt_).manhattanLength() >= QApplication::startDragDistance()) {
+    drag_ = !CanPlaceWindows() && windowHandle()->startSystemMove() ? Drag::kNone : Drag::kMoving;
+  }
+  if (drag_ == Drag::kMoving || drag_ == Drag::kSizing) DragTo(point);
+}
+
+void MainBar::DragTo(const QPoint& point) {
+  const QPoint way = point - pressedAt_;
+  const QRect area = AreaAt(point);
+  home_ = homeBefore_;
+  if (drag_ == Drag::kMoving) {
+    home_ = Snapped(home_.translated(way), area);
+  } else if (home_.right() == area.right()) {
+    home_.setLeft(std::clamp(home_.left() + way.x(), area.left(), home_.right() - kLeastWidth));
+  } else {
+    home_.setRight(std::clamp(home_.right() + way.x(), home_.left() + kLeastWidth, area.right()));
+  }
+  ShowAtPlace();
+}
+
+void MainBar::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  const Drag drag = std::exchange(drag_, Drag::kNone);
+  if (drag == Drag::kMoving || drag == Drag::kSizing) return Remember();
+  const QPoint point = event->position().toPoint();
+  const BarLine* line = LineAt(point);
+  if (drag == Drag::kPressed && line != nullptr && line->IsTimeAt(point - line->pos())) PassOn(gestures_.timeClick);
+}
+
+void MainBar::mouseDoubleClickEvent(QMouseEvent* event) {
+  const QPoint point = event->position().toPoint();
+  const BarLine* line = LineAt(point);
+  if (event->button() != Qt::LeftButton || line == nullptr || line->IsTimeAt(point - line->pos())) return;
+  PassOn(gestures_.doubleClick, line->Position());
+}
+
+BarLine* MainBar::LineAt(const QPoint& point) const {
+  const auto line = std::ranges::find_if(
+      lines_, [&](const BarLine* one) { return one->isVisible() && one->geometry().contains(point); });
+  return line == lines_.end() ? nullptr : *line;
+}
+
+void MainBar::contextMenuEvent(QContextMenuEvent* event) {
+  const BarLine* line = LineAt(event->pos());
+  menu_ = new QMenu(this);
+  if (line != nullptr && line->Position() < content_.lines.size()) {
+    AddLineCommands(*menu_, content_, line->Position(), gestures_);
+  }
+  addCommands_(*menu_);
+  QObject::connect(menu_, &QMenu::aboutToHide, this, [this] {
+    menu_->deleteLater();
+    menu_.clear();
+    if (!underMouse()) PassOn(gestures_.mouseLeft);
+  });
+  menu_->popup(event->globalPos());
+}
+
+// As shortcuts: the buttons would keep the arrows for themselves.
+void MainBar::AddKeys() {
+  new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { PassOn(gestures_.toggle); });
+  for (const Qt::Key edge : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down})
+    new QShortcut(QKeySequence(Qt::CTRL | edge), this, [this, edge] { Dock(edge); });
+}
+
+void MainBar::Dock(Qt::Key edge) {
+  if (!CanPlaceWindows()) return;
+  const QRect area = Area();
+  if (edge == Qt::Key_Left) home_.moveLeft(area.left());
+  if (edge == Qt::Key_Right) home_.moveRight(area.right());
+  if (edge == Qt::Key_Up) home_.moveTop(area.top());
+  if (edge == Qt::Key_Down) home_.moveBottom(area.bottom());
+  Arrange();
+  Remember();
+}
+
+}  // namespace vorlix

@@ -1,0 +1,23 @@
+#include "desktop/dialogs/DialogPlace.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace vorlix {
+
+void DialogPlace::Restore(QWidget& window) const {
+  if (width <= 0 || height <= 0) return;
+  const QPoint corner(left, top);
+  const QScreen* screen = QGuiApplication::screenAt(corner);
+  window.resize(QSize(width, height).boundedTo((screen ? screen : window.screen())->availableSize()));
+  if (screen) window.move(corner);
+}
+
+void DialogPlace::Keep(const QWidget& window) const {
+  left = window.x();
+  top = window.y();
+  width = window.width();
+  height = window.height();
+}
+
+}  // namespace vorlix

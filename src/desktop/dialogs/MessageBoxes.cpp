@@ -1,0 +1,102 @@
+#include "desktop/dialogs/MessageBoxes.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "desktop/dialogs/dialog_parts.h"
+#include "desktop/text.h"
+#include "services/ansi.h"
+#include "services/clsErrorHandling.h"
+
+namespace vorlix {
+namespace {
+
+constexpr int kIcons = 0x70;
+
+QMessageBox::Icon IconOf(int style) {
+  switch (style & kIcons) {
+    case kMsgError:
+      return QMessageBox::Critical;
+    case kMsgQuestion:
+      return QMessageBox::Question;
+    case kMsgWarning:
+      return QMessageBox::Warning;
+    case kMsgInformation:
+      return QMessageBox::Information;
+    default:
+      return QMessageBox::NoIcon;
+  }
+}
+
+bool IsQuestion(int style) {
+  return (style & ~kIcons) == kMsgYesNo;
+}
+
+// Yes and no get buttons that Escape and closing answer with no.
+void AddButtons(QMessageBox& box, bool isQuestion) {
+  if (!isQuestion) {
+    box.addButton(QMessageBox::Ok)->setText(OkText());
+    return;
+  }
+  box.addButton(QMessageBox::Yes)->setText(DialogText("Button_Yes", "Ja"_ansi));
+  box.addButton(QMessageBox::No)->setText(DialogText("Button_No", "Nein"_ansi));
+  box.setDefaultButton(QMessageBox::No);
+  box.setEscapeButton(QMessageBox::No);
+}
+
+QMessageBox* MakeBox(std::string_view text, int style, std::string_view title) {
+  QWidget* active = QApplication::activeWindow();
+  auto* box = new QMessageBox(qobject_cast<QDialog*>(active));
+  box->setAttribute(Qt::WA_ShowWithoutActivating, active == nullptr);
+  box->setIcon(IconOf(style));
+  box->setWindowTitle(ToQString(title));
+  box->setTextFormat(Qt::PlainText);
+  box->setText(ToQString(text).replace("\r\n", "\n"));
+  box->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  AddButtons(*box, IsQuestion(style));
+  AssignLetters(*box);
+  return box;
+}
+
+}  // namespace
+
+MessageBoxes::~MessageBoxes() {
+  for (const auto& box : open_) {
+    delete box;
+  }
+}
+
+MsgBoxAnswer MessageBoxes::Show(std::string_view text, int style, std::string_view title, bool modal) {
+  return Trapped("MessageBoxes.Show", [&] {
+    const QPointer<QMessageBox> box = MakeBox(text, style, title);
+    if (!modal && !IsQuestion(style)) {
+      ShowAndGoOn(box);
+      return MsgBoxAnswer::kOk;
+    }
+    box->setWindowModality(box->parentWidget() != nullptr ? Qt::WindowModal : Qt::NonModal);
+    RunDialog(*box);
+    const bool isYes = box && box->clickedButton() == box->button(QMessageBox::Yes);
+    delete box;
+    if (!IsQuestion(style)) return MsgBoxAnswer::kOk;
+    return isYes ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
+  });
+}
+
+void MessageBoxes::ShowAndGoOn(QMessageBox* box) {
+  std::erase_if(open_, [](const auto& one) { return !one || !one->isVisible(); });
+  const bool stands = std::any_of(open_.begin(), open_.end(), [&](const auto& one) {
+    return one->text() == box->text() && one->windowTitle() == box->windowTitle();
+  });
+  if (stands) {
+    delete box;
+    return;
+  }
+  if (open_.size() == kMostOpen) open_.front()->close();
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setAttribute(Qt::WA_ShowWithoutActivating);
+  box->setModal(false);
+  open_.emplace_back(box);
+  box->show();
+}
+
+}  // namespace vorlix

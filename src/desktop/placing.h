@@ -1,0 +1,19 @@
+// Between a window's rectangle and the place that is remembered of it.
+#pragma once
+
+#include <QRect>
+
+#include "desktop/WindowPlaces.h"
+
+namespace vorlix {
+
+// False under Wayland, which lets no window choose its place.
+bool CanPlaceWindows();
+
+WindowPlace PlaceOf(const QRect& window);
+// The upper left corner. While the monitor that it was on is there, it counts from that one's corner.
+QPoint CornerOf(const WindowPlace& place);
+// What a window may cover of the screen that holds the point, or of the first.
+QRect AreaAt(const QPoint& point);
+
+}  // namespace vorlix

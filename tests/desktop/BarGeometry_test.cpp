@@ -1,0 +1,34 @@
+#include "desktop/BarGeometry.h"
+
+#include <gtest/gtest.h>
+
+namespace vorlix {
+namespace {
+
+const QRect kArea(0, 30, 1000, 700);  // below a panel
+
+TEST(BarGeometryTest, ADraggedBarIsTakenByNearEdgesAndStaysOnTheScreen) {
+  const std::tuple<QPoint, QPoint> rows[] = {
+      {{300, 300}, {300, 300}}, {{15, 45}, {0, 30}},       {{16, 46}, {16, 46}},
+      {{590, 685}, {600, 690}}, {{2000, -500}, {600, 30}}, {{-50, 900}, {0, 690}},
+  };
+  for (const auto& [dragged, taken] : rows)
+    EXPECT_EQ(Snapped(QRect(dragged, QSize(400, 40)), kArea).topLeft(), taken) << dragged.x();
+}
+
+TEST(BarGeometryTest, GrowsUpwardsOnTheLowerEdgeAndDownwardsElsewhere) {
+  const QRect below(100, 690, 400, 40), free(100, 300, 400, 40);
+  EXPECT_EQ(WithHeight(below, 72, kArea), QRect(100, 658, 400, 72));
+  EXPECT_EQ(WithHeight(WithHeight(below, 72, kArea), 40, kArea), below);
+  EXPECT_EQ(WithHeight(free, 72, kArea), QRect(100, 300, 400, 72));
+  EXPECT_EQ(WithHeight(free, 5000, kArea), QRect(100, 30, 400, 700));
+}
+
+TEST(BarGeometryTest, HiddenTheGripStaysAtTheOuterEdge) {
+  EXPECT_EQ(StripOf(QRect(600, 690, 400, 40), 12, kArea), QRect(988, 690, 12, 40));
+  EXPECT_EQ(StripOf(QRect(0, 300, 400, 40), 12, kArea), QRect(0, 300, 12, 40));
+  EXPECT_EQ(StripOf(QRect(100, 300, 400, 40), 12, kArea), QRect(100, 300, 12, 40));
+}
+
+}  // namespace
+}  // namespace vorlix

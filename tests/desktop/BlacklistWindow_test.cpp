@@ -1,0 +1,120 @@
+#include "desktop/dialogs/BlacklistWindow.h"
+
+#include <QTreeWidget>
+
+#include <gmock/gmock.h>
+
+#include "desktop/dialogs/AboutBox.h"
+#include "fakes/DataRoom.h"
+#include "fakes/DialogRoom.h"
+
+namespace vorlix {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kFile = "/vorlix/data/blacklist.dat";
+
+class BlacklistWindowTest : public testing::Test, protected DialogRoom, protected DataRoom {
+ protected:
+  BlacklistWindowTest() {
+    store.AddFile(kFile, "0172||Bert\r\n0171|7|Carl\r\n");
+    window.Attach(presenter);
+    window.Open();
+    list = Top()->findChild<QTreeWidget*>();
+  }
+
+  std::vector<std::string> Shown() const {
+    std::vector<std::string> lines;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+      const auto* item = list->topLevelItem(i);
+      lines.push_back(FromQString(item->text(0) + "/" + item->text(1) + "/" + item->text(2)));
+    }
+    return lines;
+  }
+  void Trigger(int action) const { list->actions().at(action)->trigger(); }
+
+  Settings settings;
+  modSettings settingsStore{{ini, store, folders, clock, messages, {}}, settings};
+  Blacklist blacklist{{files, folders, messages, {}}};
+  BlacklistWindow window{{settings.Dimensions.BlacklistLeft, settings.Dimensions.BlacklistTop,
+                          settings.Dimensions.BlacklistWidth, settings.Dimensions.BlacklistHeight}};
+  fEditBlacklist presenter{{window, blacklist, settingsStore, messages}};
+  QTreeWidget* list = nullptr;
+};
+
+TEST_F(BlacklistWindowTest, EditsAddsRemovesAndSaves) {
+  EXPECT_THAT(Shown(), ElementsAre("0172/Bert/alle", "0171/Carl/7"));
+  EXPECT_THAT(Unreachable(), IsEmpty());
+  Press("Neu");
+  EXPECT_THAT(Unreachable(), IsEmpty());
+  Type("Name", "An|na");
+  Press("OK");
+  EXPECT_EQ(Field("Rufnummer")->palette().base().color(), QColor(0x90, 0xEE, 0x90));
+  Type("Rufnummer", "0800");
+  Press("OK");
+  Q_EMIT list->itemDoubleClicked(list->topLevelItem(1), 0);
+  EXPECT_EQ(Field("bei Anruf an MSN")->text(), "7");
+  Type("Name", "Karl");
+  Press("OK");
+  EXPECT_THAT(Shown(), ElementsAre("0172/Bert/alle", "0171/Karl/7", "0800/An na/alle"));
+  list->setCurrentItem(list->topLevelItem(0));
+  Press("Entfernen");
+  Press("OK");
+  EXPECT_FALSE(Top());
+  EXPECT_EQ(store.Content(kFile), "0171|7|Karl\r\n0800||An na\r\n");
+  EXPECT_GT(settings.Dimensions.BlacklistWidth, 0);
+}
+
+TEST_F(BlacklistWindowTest, TheListsMenuDoesWhatTheMouseDoes) {
+  Trigger(3);  // by number
+  EXPECT_THAT(Shown(), ElementsAre("0171/Carl/7", "0172/Bert/alle"));
+  list->setCurrentItem(list->topLevelItem(1));
+  Trigger(1);
+  EXPECT_EQ(Field("Rufnummer")->text(), "0172");
+  Press("Abbrechen");
+  Trigger(2);
+  EXPECT_THAT(Shown(), ElementsAre("0171/Carl/7"));
+  Press("Info");
+  EXPECT_THAT(boxes.shown, ElementsAre(HasSubstr(kFile)));
+}
+
+TEST_F(BlacklistWindowTest, LeavingItSavesNothing) {
+  list->setCurrentItem(list->topLevelItem(0));
+  Press("Entfernen");
+  Top()->close();
+  EXPECT_FALSE(Top());
+  EXPECT_FALSE(presenter.IsOpen());
+  EXPECT_THAT(store.Content(kFile), HasSubstr("Bert"));
+  window.Open();
+  EXPECT_EQ(Top()->findChild<QTreeWidget*>()->topLevelItemCount(), 2);
+}
+
+TEST_F(BlacklistWindowTest, NoTwoControlsHaveTheSameLetter) {
+  Press("Neu");
+  QStringList letters;
+  for (const auto* button : Top()->findChildren<QAbstractButton*>()) {
+    letters << button->text().section('&', 1).left(1).toLower();
+  }
+  for (const auto* label : Top()->findChildren<QLabel*>()) {
+    letters << label->text().section('&', 1).left(1).toLower();
+  }
+  EXPECT_EQ(letters.size(), 5);
+  EXPECT_FALSE(letters.contains(""));
+  EXPECT_EQ(letters.removeDuplicates(), 0);
+}
+
+TEST(AboutBoxTest, ShowsItsText) {
+  const DialogRoom room;
+  AboutBox about;
+  about.Open("Vorlix 3\r\nzwei");
+  EXPECT_THAT(DialogRoom::Unreachable(), IsEmpty());
+  EXPECT_TRUE(DialogRoom::Top()->findChild<QLabel*>("qt_msgbox_label")->text().contains("3\nzwei"));
+  DialogRoom::Press("OK");
+  EXPECT_FALSE(DialogRoom::Top());
+}
+
+}  // namespace
+}  // namespace vorlix

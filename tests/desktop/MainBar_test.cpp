@@ -1,0 +1,176 @@
+#include "desktop/MainBar.h"
+
+#include <QWindow>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "desktop/DesktopScreen.h"
+#include "desktop/line_menu.h"
+#include "fakes/DesktopHands.h"
+#include "fakes/DisplayRoom.h"
+#include "fakes/OffscreenApplication.h"
+
+namespace vorlix {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string kIcons = std::string(VORLIX_TEST_DATA) + "/../../base/icons";
+
+class MainBarTest : public testing::Test, protected OffscreenApplication {
+ protected:
+  MainBarTest() {
+    room.settings.General.CallMode_CAPI = true;
+    bar.Open(places, {"no such family", 8, false}, true);
+    room.Show();
+  }
+
+  // A call with its stop button.
+  auto Ring(int PLCI, const std::string& number, const std::string& name = {}) {
+    auto call = room.Ring(PLCI, number, name);
+    room.screen.display.ButtonEnableHangUp(static_cast<int>(room.screen.display.LineCount()) - 1, 1, true);
+    room.screen.display.ButtonEnableBell(0, true);
+    return call;
+  }
+  std::vector<BarLine*> Lines() {
+    std::vector<BarLine*> lines;
+    for (QObject* child : bar.children()) {
+      auto* line = dynamic_cast<BarLine*>(child);
+      if (line != nullptr && line->isVisible()) lines.push_back(line);
+    }
+    return lines;
+  }
+  std::vector<std::string> Texts() {
+    std::vector<std::string> texts;
+    for (const BarLine* line : Lines())
+      texts.push_back(FromQString(line->findChild<QLabel*>(QStringLiteral("text"))->text()));
+    return texts;
+  }
+  std::vector<std::string> Tape() { return room.world.Taken(); }
+
+  MemoryPlaces places;
+  DisplayGestures gestures;
+  DisplayRoom<MainBar> room{gestures, kIcons, [this](QMenu& all) { AddCommands(all, gestures); }};
+  TrayMenu menu{TrayMenu::Ports{.settings = room.settings, .isSimulationOpen = {}}};
+  MainBar& bar = room.bar;
+  // The presenters are there only now.
+  bool connected = (gestures = GesturesOf(room.screen, menu), true);
+};
+
+TEST_F(MainBarTest, HasALineForEachCallAndGrowsByTheHeightOfALine) {
+  const int idle = bar.height();
+  const auto first = Ring(1, "030123456", "M\xFCller & S\xF6hne");
+  EXPECT_EQ(bar.height(), idle);
+  Ring(2, "089654321");
+  EXPECT_EQ(bar.height(), idle + Lines().front()->LineHeight());
+  EXPECT_THAT(Texts(), ElementsAre("M\xFCller & S\xF6hne", "089654321 Ort"));
+  room.End(*first);
+  EXPECT_EQ(bar.height(), idle);
+  EXPECT_THAT(Texts(), ElementsAre("089654321 Ort"));
+}
+
+TEST_F(MainBarTest, EverythingShownHasANameAndEveryControlIsReachedByTheKeyboard) {
+  Ring(1, "030123456", "Meier");
+  Ring(2, "089654321");
+  EXPECT_THAT(Unreached(bar), IsEmpty());
+}
+
+TEST_F(MainBarTest, ButtonsAndKeysReachThePresentersOfTheirLine) {
+  Ring(1, "030123456");
+  Ring(2, "089654321");
+  Tape();
+  Lines().at(1)->findChild<QAbstractButton*>(QStringLiteral("hangUp"))->click();
+  EXPECT_THAT(Tape(), ElementsAre("refuse 2"));
+  PressKey(Lines().at(0), Qt::Key_Delete);
+  EXPECT_THAT(Tape(), ElementsAre("refuse 1"));
+  PressKey(Lines().at(0), Qt::Key_Delete);  // the button is not enabled any more
+  PressKey(Lines().at(0), Qt::Key_Return);
+  EXPECT_THAT(Tape(), ElementsAre("open 1"));
+  PressKey(Lines().at(0), Qt::Key_Space);
+  EXPECT_FALSE(bar.Content().lines.at(0).bellEnabled);
+}
+
+TEST_F(MainBarTest, ClickOnTheTimeAndDoubleClickOnTheTextOpenWhatTheSettingsSay) {
+  room.settings.General.TimeClick = 3;
+  Ring(1, "030123456");
+  Tape();
+  const auto at = [&](const char* part) {
+    const auto* label = Lines().at(0)->findChild<QLabel*>(QLatin1String(part));
+    return label->mapToGlobal(label->rect().center());
+  };
+  Mouse(bar, QEvent::MouseButtonPress, at("time"));
+  Mouse(bar, QEvent::MouseButtonRelease, at("time"));
+  EXPECT_THAT(Tape(), ElementsAre("open 3"));
+  Mouse(bar, QEvent::MouseButtonDblClick, at("text"));
+  EXPECT_THAT(Tape(), ElementsAre("open 1"));
+}
+
+TEST_F(MainBarTest, ACommandOfAnOpenMenuKeepsToItsCallWhenTheCallsMoveUp) {
+  const auto first = Ring(1, "030123456");
+  Ring(2, "089654321");
+  QMenu calls;
+  AddLineCommands(calls, bar.Content(), 1, gestures);
+  Choose(calls, "Nummer auf die Sperrliste");
+  EXPECT_THAT(Tape(), Contains("list 089654321 "));
+  room.End(*first);
+  Tape();
+  Choose(calls, "Nummer auf die Sperrliste");
+  EXPECT_THAT(Tape(), ElementsAre("list 089654321 "));
+  QMenu gone;
+  AddLineCommands(gone, bar.Content(), 0, gestures);
+  room.state.ActiveCallList.RemoveByKeyName("2");
+  room.Show();
+  Choose(gone, "Nummer auf die Sperrliste");
+  EXPECT_THAT(Tape(), testing::Not(Contains("list 089654321 ")));
+}
+
+TEST_F(MainBarTest, WhatACallerIsCalledIsNoMarkup) {
+  Ring(1, "030123456", "<img src=x> & \"Co\"");
+  EXPECT_TRUE(Lines().at(0)->toolTip().contains(QLatin1String("&lt;img src=x&gt; &amp;")));
+  QMenu calls;
+  AddCalls(calls, bar.Content(), gestures);
+  EXPECT_THAT(Entries(calls), Contains("<img src=x> && \"Co\""));
+}
+
+TEST_F(MainBarTest, IsDraggedToAnEdgeAndFoundThereAgain) {
+  const QRect area = bar.screen()->availableGeometry();
+  const QPoint grip = bar.geometry().topLeft() + QPoint(9, 10);
+  Drag(bar, grip, area.topLeft() + QPoint(15, 14));
+  EXPECT_EQ(bar.geometry().topLeft(), area.topLeft());
+  const QPoint end = bar.geometry().topRight() + QPoint(-1, 10);
+  Drag(bar, end, end - QPoint(100, 0));
+  const QRect left = bar.geometry();
+  EXPECT_EQ(left.topLeft(), area.topLeft());
+  MainBar again(gestures, kIcons, {});
+  again.Open(places, {}, true);
+  EXPECT_EQ(again.geometry(), left);
+}
+
+TEST_F(MainBarTest, HiddenAStripStaysOrNothingAndItComesBackWhereItWas) {
+  const QRect whole = bar.geometry();
+  bar.SetPlace(BarPlace::kStrip);
+  EXPECT_LT(bar.width(), 20);
+  EXPECT_TRUE(Lines().empty());
+  bar.SetPlace(BarPlace::kTray);
+  EXPECT_FALSE(bar.isVisible());
+  bar.SetPlace(BarPlace::kShown);
+  EXPECT_EQ(bar.geometry(), whole);
+  EXPECT_EQ(Lines().size(), 1U);
+}
+
+TEST_F(MainBarTest, TakesTheKeyboardOnlyWhenAPersonActivatesIt) {
+  EXPECT_TRUE(bar.testAttribute(Qt::WA_ShowWithoutActivating));
+  const auto refuses = [&] { return bar.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus); };
+  EXPECT_TRUE(refuses());
+  bar.Activate();
+  EXPECT_FALSE(refuses());
+  QEvent left(QEvent::WindowDeactivate);
+  QCoreApplication::sendEvent(&bar, &left);
+  EXPECT_TRUE(refuses());
+}
+
+}  // namespace
+}  // namespace vorlix

@@ -1,0 +1,74 @@
+#include "desktop/dialogs/MessageBoxes.h"
+
+#include <gmock/gmock.h>
+
+#include "desktop/dialogs/dialog_parts.h"
+#include "fakes/DialogRoom.h"
+#include "services/ansi.h"
+
+namespace vorlix {
+namespace {
+
+class MessageBoxesTest : public testing::Test, protected DialogRoom {
+ protected:
+  static std::size_t Open() {
+    std::size_t open = 0;
+    for (const QWidget* widget : QApplication::topLevelWidgets()) {
+      if (qobject_cast<const QMessageBox*>(widget) && widget->isVisible()) ++open;
+    }
+    return open;
+  }
+
+  MessageBoxes boxes;
+};
+
+TEST_F(MessageBoxesTest, WaitsForTheAnswerOfAQuestionAndOfAModalBox) {
+  struct Row {
+    int style;
+    bool modal;
+    const char* button;  // empty: the frame's
+    MsgBoxAnswer answer;
+  };
+  const Row rows[] = {
+      {kMsgYesNo + kMsgQuestion, true, "Ja", MsgBoxAnswer::kYes},
+      {kMsgYesNo, false, "Nein", MsgBoxAnswer::kNo},
+      {kMsgYesNo + kMsgWarning, true, "", MsgBoxAnswer::kNo},
+      {kMsgError, true, "OK", MsgBoxAnswer::kOk},
+      {kMsgInformation, true, "", MsgBoxAnswer::kOk},
+  };
+  for (const Row& row : rows) {
+    bool waited = false;
+    Then([&] {
+      waited = true;
+      EXPECT_THAT(Unreachable(), testing::IsEmpty());
+      *row.button != 0 ? Press(row.button) : static_cast<void>(Top()->close());
+    });
+    EXPECT_EQ(boxes.Show("Wirklich?", row.style, "Vorlix", row.modal), row.answer) << row.style;
+    EXPECT_TRUE(waited);
+    EXPECT_EQ(Open(), 0U);
+  }
+}
+
+TEST_F(MessageBoxesTest, TheEndOfTheProgramAnswersWhatIsOpen) {
+  Then([] { CloseDialogs(); });
+  EXPECT_EQ(boxes.Show("?", kMsgYesNo, "Vorlix", true), MsgBoxAnswer::kNo);
+}
+
+TEST_F(MessageBoxesTest, OthersStandAsPlainTextAndDoNotPileUp) {
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(boxes.Show("<b>\xDC</b>\r\nzwei", kMsgWarning, "Titel", false), MsgBoxAnswer::kOk);
+  }
+  ASSERT_EQ(Open(), 1U);
+  auto* box = qobject_cast<QMessageBox*>(Top());
+  EXPECT_EQ(box->text(), QString::fromUtf8("<b>Ü</b>\nzwei"));
+  EXPECT_EQ(box->textFormat(), Qt::PlainText);
+  EXPECT_EQ(box->icon(), QMessageBox::Warning);
+  EXPECT_TRUE(box->testAttribute(Qt::WA_ShowWithoutActivating));
+  for (int i = 0; i < 30; ++i) {
+    boxes.Show(std::to_string(i), kMsgOk, "Titel", false);
+  }
+  EXPECT_EQ(Open(), MessageBoxes::kMostOpen);
+}
+
+}  // namespace
+}  // namespace vorlix
