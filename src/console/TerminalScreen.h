@@ -1,4 +1,5 @@
-// The terminal as the program's screen: the course of the calls as lines, questions one after the other, commands typed.
+// The terminal as the program's screen: the course of the calls as lines, questions one after the other, commands
+// typed.
 #pragma once
 
 #include "console/TerminalView.h"

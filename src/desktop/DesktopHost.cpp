@@ -35,11 +35,11 @@ class DesktopHost::StoredPlaces : public WindowPlaces {
   Members MembersOf(PlacedWindow window) {
     auto& all = settings_.Dimensions;
     if (window == PlacedWindow::kDisplay) {
-      return {all.DisplayScreenName, all.DisplayLeft, all.DisplayTop, all.DisplayLeftMM, all.DisplayTopMM,
-              all.DisplayWidth};
+      return {all.DisplayScreenName, all.DisplayLeft,  all.DisplayTop,
+              all.DisplayLeftMM,     all.DisplayTopMM, all.DisplayWidth};
     }
-    return {all.MaxiDispScreenName, all.MaxiDispLeft, all.MaxiDispTop, all.MaxiDispLeftMM, all.MaxiDispTopMM,
-            all.MaxiDispWidth};
+    return {all.MaxiDispScreenName, all.MaxiDispLeft,  all.MaxiDispTop,
+            all.MaxiDispLeftMM,     all.MaxiDispTopMM, all.MaxiDispWidth};
   }
 
   Settings& settings_;
@@ -107,8 +107,8 @@ void DesktopHost::Open(const Program& program) {
   menu.Bind(MenuCommand::kAbout, [this] { windows_->about.Open(windows_->AboutNow()); });
   menu.Bind(MenuCommand::kQuit, program.quit);
   program.display.display.RunClock();
-  windows_->connection = screen_.Open({program.display, menu, windows_->places, program.sessionEnds},
-                                        FontOf(program.settings));
+  windows_->connection =
+      screen_.Open({program.display, menu, windows_->places, program.sessionEnds}, FontOf(program.settings));
 }
 
 void DesktopHost::Close() {
@@ -122,11 +122,10 @@ DoubleItem DesktopHost::DoubleItemsBox::ShowDialog(const std::string& number, co
                                                    const std::string& oldAddress, std::string& newName,
                                                    std::string& newAddress) {
   const std::string gap(kLineEnd);
-  const std::string text =
-      LoadLangKey("DoubleItems_Label_Number", "Rufnummer:"_ansi) + " " + number + gap + gap +
-      LoadLangKey("DoubleItems_Label_Old", "Vorhanden:"_ansi) + " " + oldName + ", " + oldAddress + gap +
-      LoadLangKey("DoubleItems_Label_New", "Neu:"_ansi) + " " + newName + ", " + newAddress + gap + gap +
-      LoadLangKey("DoubleItems_Label_Take", "Den neuen Eintrag übernehmen?"_ansi);
+  const std::string text = LoadLangKey("DoubleItems_Label_Number", "Rufnummer:"_ansi) + " " + number + gap + gap +
+                           LoadLangKey("DoubleItems_Label_Old", "Vorhanden:"_ansi) + " " + oldName + ", " + oldAddress +
+                           gap + LoadLangKey("DoubleItems_Label_New", "Neu:"_ansi) + " " + newName + ", " + newAddress +
+                           gap + gap + LoadLangKey("DoubleItems_Label_Take", "Den neuen Eintrag übernehmen?"_ansi);
   const MsgBoxAnswer answer = boxes_.Show(text, kMsgYesNo + kMsgQuestion, modAll_MsgBox::kProgramName, true);
   return answer == MsgBoxAnswer::kYes ? DoubleItem::kSetItem : DoubleItem::kNothing;
 }

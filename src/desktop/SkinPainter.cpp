@@ -59,9 +59,8 @@ void SkinPainter::SetSkin(const Skin& skin) {
 }
 
 const QPixmap& SkinPainter::Picture(std::string_view name) const {
-  static const QPixmap none;
   const auto found = pictures_.find(name);
-  return found == pictures_.end() ? none : found->second;
+  return found == pictures_.end() ? none_ : found->second;
 }
 
 void SkinPainter::PaintBar(QPainter& painter, const QRect& bar) const {

@@ -36,6 +36,7 @@ class SkinPainter {
   const QPixmap& Glass(Rgb color) const;
 
   Skin skin_;
+  QPixmap none_;
   std::map<std::string, QPixmap, std::less<>> pictures_;
   mutable std::map<Rgb, QPixmap> glasses_;  // the grey glass in the colours met so far
 };

@@ -164,6 +164,7 @@ void TypedCommands::Ring(std::string_view argument) {
   }
   if (!ports_.simulation.IsOpen()) {
     ports_.simulation.Form_Load();
+    isTypedSimulation_ = true;
     ports_.view.ShowLine(
         LoadLangKey("Console_Msg_Simulation", "Simulation: bis \"hang up\" werden echte Anrufe nicht gesehen."_ansi));
   }
@@ -178,7 +179,8 @@ void TypedCommands::HangUp() {
 }
 
 void TypedCommands::TimerTick() {
-  if (ports_.simulation.IsOpen() && ++simulationSeconds_ >= kSecondsOfASimulation) HangUp();
+  isTypedSimulation_ = isTypedSimulation_ && ports_.simulation.IsOpen();
+  if (isTypedSimulation_ && ++simulationSeconds_ >= kSecondsOfASimulation) HangUp();
 }
 
 void TypedCommands::ShowPair(const std::string& label, const std::string& text) {

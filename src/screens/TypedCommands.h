@@ -30,7 +30,7 @@ class TypedCommands {
     std::function<const clsCollection&()> bookCollection;
   };
 
-  // A simulation that nobody ends would hide real calls: it ends by itself.
+  // A typed simulation that nobody ends would hide real calls unseen: it ends by itself. One with a window does not.
   static constexpr int kSecondsOfASimulation = 60;
 
   // All ports must outlive the object.
@@ -53,6 +53,7 @@ class TypedCommands {
 
   Ports ports_;
   int simulationSeconds_ = 0;
+  bool isTypedSimulation_ = false;
 };
 
 }  // namespace vorlix

@@ -7,7 +7,6 @@
 namespace vorlix {
 namespace {
 
-
 std::string_view TrimSpace(std::string_view text) {
   constexpr std::string_view kSpace = " \t\r\n";
   const auto first = text.find_first_not_of(kSpace);

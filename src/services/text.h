@@ -43,8 +43,8 @@ constexpr bool IsDigit(char character) {
 // True for a text of one or more digits and nothing else.
 bool IsDigits(std::string_view text);
 
-// The text with every control character (below 32, 127, and the five without a character in Windows-1252) replaced by a blank: what comes from a network may not
-// bring line ends, tabs or terminal commands into a record or onto a screen.
+// The text with every control character (below 32, 127, and the five without a character in Windows-1252) replaced by a
+// blank: what comes from a network may not bring line ends, tabs or terminal commands into a record or onto a screen.
 std::string WithoutControls(std::string_view text);
 
 // The text as one field of a record: the separator and line ends become blanks, every other byte stays.

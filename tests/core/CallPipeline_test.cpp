@@ -18,7 +18,6 @@ using testing::Not;
 
 class CallPipelineTest : public testing::Test {
  protected:
-
   std::vector<std::string> Event(int event, int id = 0, const std::string& number = {}, bool simulated = false,
                                  int source = kSourceAVM) {
     std::string travelling = number;

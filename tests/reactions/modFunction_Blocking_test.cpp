@@ -1,7 +1,8 @@
 #include "reactions/modFunction_Blocking.h"
 
-#include <gmock/gmock.h>
 #include <set>
+
+#include <gmock/gmock.h>
 
 #include "fakes/DataRoom.h"
 
