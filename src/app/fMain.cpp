@@ -334,6 +334,7 @@ void fMain::LoadLanguage() {
 void fMain::LoadSettings() {
   settingsStore_.LoadSetting();
   known_.schedules.LoadTimeSettings();
+  if (system_.setAutostart) system_.setAutostart(settings_.General.AutoRun);
   settingsStore_.CheckConfigFile(checkWritten_, settings_.FileCheck.Check);
   SkinLoader({system_.files, folders_, messages_}).SkinData(settings_.Skin.Path, display_.skin, false);
 }

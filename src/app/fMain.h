@@ -47,6 +47,8 @@ class fMain {
     SoundDevice& sound;
     Screen& screen;
     CallFeedView& lines;  // what typed commands answer on
+    // Makes the program start with the system, or not; empty where that is not this copy's to say.
+    std::function<void(bool wanted)> setAutostart;
   };
 
   // The system's parts must outlive the object.

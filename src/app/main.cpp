@@ -11,6 +11,7 @@
 #ifdef VORLIX_DESKTOP
 #include "desktop/DesktopHost.h"
 #endif
+#include "platform/posix/Autostart.h"
 #include "platform/posix/Capi20Library.h"
 #include "platform/posix/PollReactor.h"
 #include "platform/posix/PosixFileStore.h"
@@ -20,6 +21,7 @@
 #include "platform/posix/SocketMessageLink.h"
 #include "platform/posix/SystemClock.h"
 #include "services/ansi.h"
+#include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
 
@@ -49,7 +51,17 @@ int RunProgram(Reactor& reactor, Screen& screen, CallFeedView& lines, const Comm
   SocketMessageLink serviceLink(reactor);
   Capi20Library driver;
   ProcessSound sound(reactor);
-  fMain program({reactor, files, link, serviceLink, processes, driver, sound, screen, lines}, line, surroundings);
+  std::function<void(bool)> setAutostart;
+  // A copy on a folder of its own is no more than a visitor on this desktop.
+  if (surroundings.override.empty()) {
+    setAutostart = [&](bool wanted) {
+      const IoResult set =
+          Autostart(files, Autostart::ConfigFolder(), surroundings.programFolder + "/vorlix").Set(wanted);
+      if (!set) ErrorHandling().ErrorLogForceWrite("Autostart_Set", {wanted}, set.error, set.text);
+    };
+  }
+  fMain program({reactor, files, link, serviceLink, processes, driver, sound, screen, lines, setAutostart}, line,
+                surroundings);
   const SignalWatch signals(reactor, [&program](int) { program.Close(UnloadReason::kSystem); });
   // The helper programs work on the same data folder.
   setenv("VORLIX_DATA", ToUtf8(program.DataFolder()).c_str(), 1);

@@ -93,7 +93,6 @@ void MessageBoxes::ShowAndGoOn(QMessageBox* box) {
   }
   if (open_.size() == kMostOpen) open_.front()->close();
   box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setAttribute(Qt::WA_ShowWithoutActivating);
   box->setModal(false);
   open_.emplace_back(box);
   box->show();
