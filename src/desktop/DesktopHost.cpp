@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "desktop/dialogs/dialog_parts.h"
 #include "services/ansi.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
@@ -112,6 +113,8 @@ void DesktopHost::Open(const Program& program) {
 }
 
 void DesktopHost::Close() {
+  // A page or box that waits for its user runs a loop of its own: the program's end must end that too.
+  CloseDialogs();
   if (!windows_) return;
   windows_->simulation.Close();
   windows_->connection.reset();

@@ -52,7 +52,6 @@ DesktopScreen::Application::Application() : QApplication(argumentCount, argument
     std::setlocale(category, "C");
   setQuitOnLastWindowClosed(false);
   setApplicationName(QStringLiteral("vorlix"));
-  setApplicationDisplayName(QStringLiteral("Vorlix"));
   setDesktopFileName(QStringLiteral("vorlix"));
 }
 

@@ -130,6 +130,8 @@ void MainDisplay::ShowCall(Row& row) {
   DisplayLine& shown = row.shown;
   shown.isCall = true;
   shown.isRefused = record.Blocked;
+  // A line that cannot refuse calls never tells that one was taken and dropped: the verdict is what there is to show.
+  if (record.Blocked) shown.isBlockMarked = true;
   shown.PLCI = record.PLCI;
   shown.rang = record.CallDateTime;
   shown.date = general.DisplayDateHide ? std::string() : record.CallDateView();

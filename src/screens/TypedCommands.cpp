@@ -175,6 +175,7 @@ void TypedCommands::Ring(std::string_view argument) {
 }
 
 void TypedCommands::HangUp() {
+  isTypedSimulation_ = false;
   if (ports_.simulation.IsOpen()) ports_.simulation.cmdCancel_Click();
 }
 

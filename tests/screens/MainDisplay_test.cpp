@@ -219,9 +219,11 @@ TEST_F(MainDisplayTest, TheMarkOfARefusedCallOutlastsAnotherCall) {
   call->BlockFunction = 6;
   Show();
   EXPECT_EQ(Line().blockReason, "reason 6");
+  EXPECT_TRUE(Line().isBlockMarked);
   screen.display.MarkBlocked(4, "other");
-  EXPECT_FALSE(Line().isBlockMarked);
+  EXPECT_EQ(Line().blockReason, "reason 6");
   screen.display.MarkBlocked(5, "list");
+  EXPECT_EQ(Line().blockReason, "list");
   Ring(6, "0171555");
   EXPECT_TRUE(Line(0).isBlockMarked);
   EXPECT_FALSE(Line(1).isBlockMarked);

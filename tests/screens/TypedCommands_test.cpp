@@ -143,6 +143,11 @@ TEST_F(TypedCommandsTest, AForgottenSimulationEndsByItself) {
   commands.TimerTick();
   EXPECT_FALSE(simulation.IsOpen());
   EXPECT_THAT(Taken(), SizeIs(2));
+  simulation.Form_Load();  // by its window, which ends it
+  for (int second = 0; second <= TypedCommands::kSecondsOfASimulation; ++second) {
+    commands.TimerTick();
+  }
+  EXPECT_TRUE(simulation.IsOpen());
 }
 
 }  // namespace
