@@ -228,6 +228,8 @@ class SimulationWindow {
  public:
   virtual ~SimulationWindow() = default;
   virtual bool IsOpen() = 0;
+  // Whether a simulated call of that id runs.
+  virtual bool HasCall(std::int32_t) { return IsOpen(); }
   // Ends a simulated call.
   virtual void cmdTrennen_Click(std::int32_t PLCI) = 0;
 };

@@ -84,9 +84,11 @@ void CAPI_session::Initialise(bool byUser, bool silent) {
   Release();
   AskVersion();
   if (!Register(silent)) return;
-  if (silent) {
+  // The first registration of a run asks for the own area code, however long the driver was looked for.
+  const bool isFirst = !std::exchange(registeredBefore_, true);
+  if (byUser || (silent && !isFirst)) {
     ports_.stateChanged();
-  } else if (!byUser) {
+  } else {
     ports_.events.Tell(kSourceCAPI, kEventCAPIRegistered);
   }
   if (!registered_) return;  // lost or released meanwhile
@@ -96,8 +98,9 @@ void CAPI_session::Initialise(bool byUser, bool silent) {
 }
 
 bool CAPI_session::CheckLibrary() {
-  if (std::exchange(libraryChecked_, true)) return true;
-  if (ports_.driver.IsDLLAvailable()) {
+  if (libraryChecked_) return true;
+  libraryChecked_ = ports_.driver.IsDLLAvailable();
+  if (libraryChecked_) {
     Trace("CAPI DLL OK");
     return true;
   }

@@ -112,6 +112,7 @@ class CAPI_session {
   bool libraryChecked_ = false;
   bool installationChecked_ = false;
   bool registered_ = false;
+  bool registeredBefore_ = false;
   std::uint32_t applId_ = 0;
   std::uint16_t messageNumber_ = 0;
   std::vector<Controller> controllers_;

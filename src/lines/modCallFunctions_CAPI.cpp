@@ -200,7 +200,10 @@ void modCallFunctions_CAPI::CAPIReset(bool afterCall, bool byUser) {
   Trapped(
       "modCallFunctions_CAPI.CAPIReset",
       [&] {
+        // The end of the last call may ask for a reset of its own.
+        if (std::exchange(resetting_, true)) return;
         EndOpenCalls();
+        resetting_ = false;
         ports_.session.CAPIReset(afterCall, byUser);
       },
       afterCall, byUser);

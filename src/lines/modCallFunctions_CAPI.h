@@ -82,6 +82,7 @@ class modCallFunctions_CAPI : public CapiLine {
   Ports ports_;
   std::set<std::int32_t> openCalls_;  // PLCIs that the pipeline knows and the driver has not ended
   std::int32_t connectActivePLCI_ = 0;
+  bool resetting_ = false;
 };
 
 }  // namespace vorlix

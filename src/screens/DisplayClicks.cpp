@@ -61,7 +61,7 @@ void DisplayClicks::HangUpClick(std::size_t line) {
         const auto& lines = ports_.display.Content().lines;
         if (line >= lines.size() || !lines[line].hangUpEnabled) return;
         if (lines[line].hangUp == HangUpButton::kEraser) return ResetClick();
-        if (lines[line].isActive) ports_.commands.RejectLine(line);
+        if (lines[line].isActive) ports_.commands.RejectCall(lines[line].PLCI);
       },
       line);
 }
@@ -80,7 +80,7 @@ void DisplayClicks::BlacklistClick(std::size_t line) {
       "fMain.BlacklistClick",
       [&] {
         const auto record = ports_.display.Record(line);
-        if (!record || record->DataNumber().empty() || IsUnknownNumber(record->DataNumber())) return;
+        if (!record || record->DataNumber().empty()) return;
         ports_.blackList.FuncBlackList_NumberToList(record->DataNumber(), record->Name());
       },
       line);

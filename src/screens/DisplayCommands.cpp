@@ -21,13 +21,22 @@ std::shared_ptr<oDataCall> DisplayCommands::CallOf(std::size_t line) const {
 bool DisplayCommands::ClickFromToolbar() {
   for (std::size_t line = 0; line < ports_.state.ActiveCallList.Count(); ++line) {
     const auto call = CallOf(line);
-    if (call && !call->Blocked) return RejectLine(line);
+    if (call && !call->Blocked) return Reject(line);
   }
   return false;
 }
 
-// The line is taken and dropped, as for a call that a rule refuses.
-bool DisplayCommands::RejectLine(std::size_t line) {
+bool DisplayCommands::RejectCall(std::int32_t PLCI) {
+  for (std::size_t line = 0; line < ports_.state.ActiveCallList.Count(); ++line) {
+    const auto call = CallOf(line);
+    if (call && call->PLCI == PLCI) return Reject(line);
+  }
+  return false;
+}
+
+// The line is taken and dropped, as for a call that a rule refuses. A call that rang before the simulation began is a
+// real one.
+bool DisplayCommands::Reject(std::size_t line) {
   return Trapped(
       "fMain.ClickFromToolbar",
       [&] {
@@ -38,7 +47,7 @@ bool DisplayCommands::RejectLine(std::size_t line) {
         call->Blocked = true;
         call->BlockFunction = kRejectUser;
         call->Active = false;
-        ports_.capi.CAPIResponse(true, call->PLCI, ports_.simulation.IsOpen(), 1);
+        ports_.capi.CAPIResponse(true, call->PLCI, ports_.simulation.HasCall(call->PLCI), 1);
         return true;
       },
       line);

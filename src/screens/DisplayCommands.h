@@ -32,8 +32,8 @@ class DisplayCommands {
   // Refuses the first ringing call. False when nothing rings that could be refused: only the line of a driver takes a
   // refusal.
   bool ClickFromToolbar();
-  // Refuses the call of a line, from 0; the lines are the active calls in their order.
-  bool RejectLine(std::size_t line);
+  // Refuses the call of that line id: a display may show calls that are over, so no position tells which is meant.
+  bool RejectCall(std::int32_t PLCI);
 
   // The check marks, each on its own.
   void mnuBlockAll_Click() { ToggleReject(ports_.settings.General.BlockAll); }
@@ -49,6 +49,7 @@ class DisplayCommands {
  private:
   static void Toggle(bool& mark) { mark = !mark; }
   void ToggleReject(bool& mark);
+  bool Reject(std::size_t line);
   std::shared_ptr<oDataCall> CallOf(std::size_t line) const;
 
   Ports ports_;

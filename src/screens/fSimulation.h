@@ -69,6 +69,7 @@ class fSimulation : public SimulationWindow {
   const std::string& Label(int slot) const { return slots_.at(static_cast<std::size_t>(slot)).label; }
 
   bool IsOpen() override { return SimulationOpen_; }
+  bool HasCall(std::int32_t PLCI) override { return PLCI >= 0 && PLCI < kSlots && IsUsed(PLCI); }
   void cmdTrennen_Click(std::int32_t slot) override;
 
   // The call that the next message of the driver is about.

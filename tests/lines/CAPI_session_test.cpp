@@ -62,7 +62,7 @@ TEST_F(CAPISession, RegistersAndListens) {
 
 TEST_F(CAPISession, AskingForTheLibraryAndTheInstallationIsDoneOnce) {
   Init();
-  EXPECT_THAT(Init(true), ElementsAre("event 9 of 0"));
+  EXPECT_THAT(Init(true), ElementsAre("state", "event 9 of 0"));
   EXPECT_EQ(driver.calls, "release(1) version " + std::string(kRegister) + "profile(1) ");
 }
 

@@ -92,12 +92,12 @@ TEST_F(DisplayClicksTest, TheBellButtonEndsTheRinging) {
   EXPECT_FALSE(bar.content.lines[0].bellEnabled);
 }
 
-TEST_F(DisplayClicksTest, OnlyANumberGoesOnTheBlacklist) {
+TEST_F(DisplayClicksTest, WhatACallShowsAsItsNumberGoesOnTheBlacklist) {
   struct Row {
     const char* number;
     std::vector<std::string> taken;
   };
-  for (const Row& row : {Row{"0190", {"list 0190 Meier"}}, Row{"Unbekannt", {}}, Row{"", {}}}) {
+  for (const Row& row : {Row{"0190", {"list 0190 Meier"}}, Row{"Unbekannt", {"list Unbekannt Meier"}}, Row{"", {}}}) {
     state.ActiveCallList.Clear();
     Ring(1, row.number, "Meier");
     world.Taken();

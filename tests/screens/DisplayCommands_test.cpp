@@ -40,14 +40,14 @@ TEST_F(DisplayCommandsTest, TheToolbarRefusesOneRingingCallAfterTheOther) {
   EXPECT_EQ(first->BlockFunction, 5);
   EXPECT_TRUE(commands.ClickFromToolbar());
   EXPECT_FALSE(commands.ClickFromToolbar());
-  EXPECT_FALSE(commands.RejectLine(3));
+  EXPECT_FALSE(commands.RejectCall(3));
   EXPECT_THAT(ports.Taken(), ElementsAre("hang-up 1 1 off", "refuse 8", "hang-up 2 1 off", "refuse 9"));
 }
 
 TEST_F(DisplayCommandsTest, WithoutADriverNothingIsRefused) {
   settings.General.CallMode_CAPI = false;
   const auto call = Ring(0);
-  EXPECT_FALSE(commands.RejectLine(0));
+  EXPECT_FALSE(commands.RejectCall(0));
   EXPECT_FALSE(call->Blocked);
   commands.mnuCAPIReset_Click();
   EXPECT_THAT(ports.Taken(), ElementsAre("hang-up 0 1 off"));
