@@ -50,16 +50,12 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
                     [this] { known_.ReloadTables(); }}),
       lines_(LineParts()),
       commands_(CommandPorts()),
-      menu_({settings_, [this] { return lines_.simulation.IsOpen(); }}),
-      errorMessage_({files_,
-                     folders_,
-                     settings_,
-                     settingsStore_,
-                     messages_,
+      menu_({settings_, [this] { return lines_.simulation.IsOpen() || HasRealCall(); }}),
+      errorMessage_({files_, folders_, settings_, settingsStore_, messages_,
                      [this](const std::string& file, const std::string& argument) {
                        return system_.processes.Start(file, {argument});
                      },
-                     {}}),
+                     [this] { return lines_.capiSession.DriverText(); }}),
       clock_(system.loop.GetClock(), timers_, Jobs()),
       startUp_(system.loop),
       shutDown_(timers_, state_) {
@@ -177,7 +173,7 @@ TypedCommands::Ports fMain::CommandPorts() {
           known_.book,
           known_.blocking,
           lines_.simulation,
-          [this] { return state_.ActiveCallList.Count() > 0 || lines_.router.AVMCallList().Count() > 0; },
+          [this] { return HasRealCall(); },
           [this](std::size_t count) { return NewestCalls(count); },
           [this]() -> const clsCollection& { return known_.book.BookCollection(); }};
 }
@@ -206,6 +202,7 @@ void fMain::BindMenu() {
 }
 
 void fMain::AttachStartUp() {
+  startUp_.EndWhen([this] { return state_.ExitInProgress; });
   known_.Attach(startUp_);
   lines_.Attach(startUp_);
   startUp_.On(StartPhase::kOtherCopy, [this] { return OpenEndpoint(); });
@@ -373,6 +370,12 @@ void fMain::OpenScreen() {
                        [this] { return sourceStates_.Read(); },
                        [this] { Close(UnloadReason::kUser); },
                        [this] { Close(UnloadReason::kSystem); }});
+  if (system_.screen.HasClock()) display_.display.RunClock();
+}
+
+// A simulation that begins now would take its end away.
+bool fMain::HasRealCall() const {
+  return state_.ActiveCallList.Count() > 0 || lines_.router.AVMCallList().Count() > 0;
 }
 
 void fMain::Identify(oDataCall& call) {

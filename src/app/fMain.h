@@ -91,6 +91,7 @@ class fMain {
   void OpenScreen();
   void ShowFirstState();
   void GiveWayToOtherCopy();
+  bool HasRealCall() const;
   void Identify(oDataCall& call);
   bool IsKnownPerson(const std::string& number);
   TypedCommands::Calls NewestCalls(std::size_t count);

@@ -90,6 +90,8 @@ bool StartUp::Run() {
 
 bool StartUp::Continue() {
   while (next_ < std::size(kPhases)) {
+    // A phase may let the loop run, and the program close meanwhile.
+    if (isClosing_ && isClosing_()) return false;
     const StartResult result = RunPhase(next_++);
     if (result == StartResult::kEnd) return false;
     if (result == StartResult::kWait) return true;

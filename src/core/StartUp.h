@@ -86,6 +86,9 @@ class StartUp {
   // The traces in front of a phase's job are written, and the job runs, only where this holds.
   void When(StartPhase phase, std::function<bool()> condition) { conditions_[phase] = std::move(condition); }
 
+  // Ends the start in front of the next phase once this holds.
+  void EndWhen(std::function<bool()> isClosing) { isClosing_ = std::move(isClosing); }
+
   // Runs the phases from the first; false when the program is to end. A phase that waits gives true, and Continue()
   // runs the rest later.
   bool Run();
@@ -99,6 +102,7 @@ class StartUp {
   clsStopWatch watch_;
   std::map<StartPhase, Job> jobs_;
   std::map<StartPhase, std::function<bool()>> conditions_;
+  std::function<bool()> isClosing_;
   std::size_t next_ = 0;
   bool complete_ = false;
 };

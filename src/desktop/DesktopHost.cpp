@@ -107,7 +107,6 @@ void DesktopHost::Open(const Program& program) {
   menu.Bind(MenuCommand::kBlacklist, [this] { windows_->blacklistWindow.Open(); });
   menu.Bind(MenuCommand::kAbout, [this] { windows_->about.Open(windows_->AboutNow()); });
   menu.Bind(MenuCommand::kQuit, program.quit);
-  program.display.display.RunClock();
   windows_->connection =
       screen_.Open({program.display, menu, windows_->places, program.sessionEnds}, FontOf(program.settings));
 }

@@ -36,6 +36,7 @@ class DesktopHost : public Screen {
   // Dialogs run the toolkit's loop.
   void WaitWith(std::function<bool()>) override {}
   void Open(const Program& program) override;
+  bool HasClock() const override { return true; }
   void Tick() override {}
   void Close() override;
 

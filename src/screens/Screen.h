@@ -53,6 +53,8 @@ class Screen {
   // What a question does while nobody answers: lets the loop run; false gives it up.
   virtual void WaitWith(std::function<bool()> wait) = 0;
 
+  // The idle line shows the time.
+  virtual bool HasClock() const { return false; }
   // The display goes on the screen, and gestures reach the program from here on.
   virtual void Open(const Program& program) = 0;
   // Once a second.

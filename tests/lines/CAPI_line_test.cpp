@@ -31,7 +31,7 @@ class CAPILine : public testing::Test, protected fakes::CapiCalls {
   CAPILine() : fakes::CapiCalls(driver, events, watch) { events.line = &calls; }
 
   void SetUp() override {
-    if (dlopen(Capi20Library::kFile, RTLD_NOW) == nullptr) GTEST_SKIP() << "libcapi20 is not on this machine";
+    ASSERT_NE(dlopen(Capi20Library::kFile, RTLD_NOW), nullptr) << "the package libcapi20-3 is missing";
     ASSERT_TRUE(driver.IsDLLAvailable());
     timers.tmCAPI->SetTick([this] { calls.tmCAPI_Timer(*timers.tmCAPI); });
     timers.tmCAPI->SetEnabled(true);  // as the end of the initialisation does

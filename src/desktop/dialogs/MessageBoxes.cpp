@@ -1,7 +1,9 @@
 #include "desktop/dialogs/MessageBoxes.h"
 
 #include <QApplication>
+#include <QTimer>
 #include <algorithm>
+#include <chrono>
 
 #include "desktop/dialogs/dialog_parts.h"
 #include "desktop/text.h"
@@ -12,6 +14,7 @@ namespace vorlix {
 namespace {
 
 constexpr int kIcons = 0x70;
+constexpr std::chrono::seconds kMostThought{60};
 
 QMessageBox::Icon IconOf(int style) {
   switch (style & kIcons) {
@@ -74,6 +77,8 @@ MsgBoxAnswer MessageBoxes::Show(std::string_view text, int style, std::string_vi
       return MsgBoxAnswer::kOk;
     }
     box->setWindowModality(box->parentWidget() != nullptr ? Qt::WindowModal : Qt::NonModal);
+    // A question in the middle of a call must not keep the next ones waiting for ever.
+    if (IsQuestion(style)) QTimer::singleShot(kMostThought, box.data(), [box] { box->reject(); });
     RunDialog(*box);
     const bool isYes = box && box->clickedButton() == box->button(QMessageBox::Yes);
     delete box;

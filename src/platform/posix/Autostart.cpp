@@ -78,7 +78,8 @@ IoResult Autostart::Write() {
 }
 
 IoResult Autostart::Remove() {
-  return configFolder_.empty() ? IoResult{} : files_.Remove(File());
+  // An entry of that name that starts something else is the user's own.
+  return configFolder_.empty() || !IsThere() ? IoResult{} : files_.Remove(File());
 }
 
 std::string Autostart::File() const {

@@ -101,11 +101,16 @@ bool SurvivesLoading(const char* file) {
 
 // The library reads a frame of any length into a buffer of its own size. A frame from the network begins with 0x80 and
 // its length, little endian, or with the length alone, big endian.
-bool IsFrameTooLong(int descriptor) {
+enum class Frame { kUsable, kBegun, kTooLong };
+
+// kBegun: too few bytes are there to tell. A driver that is no socket is left to the library.
+Frame NextFrame(int descriptor) {
   unsigned char head[3];
-  if (recv(descriptor, head, sizeof head, MSG_PEEK | MSG_DONTWAIT) != sizeof head) return false;
+  const ssize_t got = recv(descriptor, head, sizeof head, MSG_PEEK | MSG_DONTWAIT);
+  if (got <= 0) return Frame::kUsable;
+  if (got < static_cast<ssize_t>(sizeof head)) return Frame::kBegun;
   const std::size_t length = head[0] == 0x80 ? head[1] | head[2] << 8 : head[0] << 8 | head[1];
-  return length > CapiDriver::kLongestMessage;
+  return length > CapiDriver::kLongestMessage ? Frame::kTooLong : Frame::kUsable;
 }
 
 }  // namespace
@@ -222,9 +227,10 @@ Capi20Library::Received Capi20Library::Fetch(const Functions& library, std::uint
   timeval noTime{};
   received.code = library.waitformessage(applId, &noTime);
   if (received.code != kCapiOk) return received;
-  received.readable = true;
-  received.code = kCapiIllegalApplication;
-  if (IsFrameTooLong(library.fileno(applId))) return received;
+  const Frame frame = NextFrame(library.fileno(applId));
+  received.readable = frame != Frame::kBegun;
+  received.code = frame == Frame::kBegun ? kCapiQueueEmpty : kCapiIllegalApplication;
+  if (frame != Frame::kUsable) return received;
   unsigned char* message = nullptr;
   received.code = library.get_message(applId, &message);
   if (received.code != kCapiOk || message == nullptr) return received;
@@ -274,6 +280,7 @@ std::uint32_t Capi20Library::CAPI_PUT_MESSAGE(std::uint32_t applId, std::string_
 }
 
 void Capi20Library::StartAsking() {
+  answer_.reset();  // that of an earlier question says nothing
   if (!functions_) return;
   const auto answer = std::make_shared<std::uint32_t>(kCapiNotInstalled);
   if (thread_->Start([library = functions_, answer] { *answer = library->isinstalled(); })) answer_ = answer;
