@@ -1,5 +1,6 @@
 // The sounds of a call, and the moment at which a call that we took is connected.
 #include "core/CallPipeline.h"
+#include "core/RejectReason.h"
 #include "core/pipeline_trace.h"
 
 namespace vorlix {
@@ -7,8 +8,6 @@ namespace {
 
 constexpr int kMostRepeats = 6;
 constexpr std::chrono::milliseconds kRepeatInterval{3000};
-// Who refuses a call by hand needs no sound to know it.
-constexpr std::uint8_t kBlockedByHand = 5;
 
 }  // namespace
 
@@ -28,8 +27,9 @@ void CallPipeline::ConnectActive(const Event& event) {
 }
 
 void CallPipeline::PlayBlockSound(const oDataCall& call) {
+  // Who refuses a call by hand needs no sound to know it.
   const bool silent = call.Fernwirk || !options_.ByBlock || (call.Blocked && options_.RejectedCallsDontShow) ||
-                      call.BlockFunction == kBlockedByHand;
+                      call.BlockFunction == kRejectUser;
   if (silent || !ports_.ownNumbers.IsMSNFunctionActiv(call.MSN, kMSNSound)) return;
   if (ports_.schedules.IsTimePeriodActiv("<SoundByBlock>", true)) ports_.sound.Play(options_.SndBlock);
 }

@@ -1,13 +1,9 @@
 // A new call: looked up, judged, shown and reported, step by step.
 #include "core/CallPipeline.h"
+#include "core/RejectReason.h"
 #include "core/pipeline_trace.h"
 
 namespace vorlix {
-namespace {
-
-constexpr std::uint8_t kBlockByMainMenu = 1;
-
-}  // namespace
 
 DateTime CallPipeline::NewCall(const Event& event) {
   trace::NewCall("+++");
@@ -70,13 +66,13 @@ void CallPipeline::BlockByMainMenu(oDataCall& call) {
   if (options_.mnuBlockAll && (menu == 1 || menu == 3)) {
     trace::Blocking("Block by main menu");
     call.Blocked = true;
-    call.BlockFunction = kBlockByMainMenu;
+    call.BlockFunction = kRejectAll;
   } else if (options_.mnuBlockAllByTime && (menu == 2 || menu == 3)) {
     trace::Blocking("Block by main menu (check time)");
     call.Blocked = ports_.schedules.IsTimePeriodActiv("<BlockAll>", true);
     if (!call.Blocked) return;
     trace::Blocking("Block by main menu (time)");
-    call.BlockFunction = kBlockByMainMenu;
+    call.BlockFunction = kRejectAll;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <limits>
 #include <unordered_map>
 
+#include "core/RejectReason.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -14,7 +15,6 @@ namespace {
 
 constexpr std::string_view kNameless = "-";  // the name of an entry that shows none
 constexpr std::int16_t kNoEntry = 0, kNamed = 1, kNoNameShown = 2;
-constexpr std::uint8_t kBlockedByBook = 2;
 
 const std::string& NumberOf(const oDataCall& call) {
   return call.DataNumber();
@@ -338,7 +338,7 @@ void modBook::TakeEntry(oDataCall& call, const oDataCall& entry) {
   call.BookTimeName = entry.BookTimeName;
   if (entry.Blocked) {
     call.Blocked = ports_.schedules.IsTimePeriodActiv(entry.BookTimeName, true);
-    if (call.Blocked) call.BlockFunction = kBlockedByBook;
+    if (call.Blocked) call.BlockFunction = kRejectBook;
   }
   if (TakeCard(call, entry) && !call.Card().BookVCardLinkNumber.empty()) {
     if (const BookItem master = Find(call.Card().BookVCardLinkNumber)) TakeCard(call, *master);

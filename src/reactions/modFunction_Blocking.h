@@ -2,22 +2,11 @@
 // rule: the first whose condition holds decides, also when its schedule then lets the call through.
 #pragma once
 
+#include "core/RejectReason.h"
 #include "core/pipeline_ports.h"
 #include "reactions/Blacklist.h"
 
 namespace vorlix {
-
-// Why a call was refused; the values stand in journals.
-enum RejectReason : std::uint8_t {
-  kRejectNone = 0,
-  kRejectAll = 1,
-  kRejectBook = 2,
-  kRejectNoNumber = 3,
-  kRejectNoName = 4,
-  kRejectUser = 5,
-  kRejectBlacklist = 6,
-  kRejectTelecontrol = 11,
-};
 
 class modFunction_Blocking : public Blocking {
  public:

@@ -1,6 +1,6 @@
 #include "screens/DisplayCommands.h"
 
-#include "reactions/modFunction_Blocking.h"
+#include "core/RejectReason.h"
 #include "services/clsErrorHandling.h"
 
 namespace vorlix {
