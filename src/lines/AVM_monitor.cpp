@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "lines/raw_log.h"
 #include "services/modTimePeriods.h"
 #include "services/text.h"
 
@@ -11,9 +12,6 @@ namespace vorlix {
 namespace {
 
 using LineType = AVM_monitor::LineType;
-
-// Every call of a socket source has this bearer service.
-constexpr std::int16_t kSocketCIP = 16;
 
 constexpr std::array<std::pair<std::string_view, LineType>, 4> kLineTypes{{
     {"RING", LineType::kRing},
@@ -149,7 +147,7 @@ void AVM_monitor::Ring(oRouterCall& call, const std::string& line, bool simulate
     Trace("AVM_RING", "EXIT by Prefix active check");
     return;
   }
-  if (!simulated && options.DebugAVM) LogRawLine(line, options.LogCount);
+  if (!simulated && options.DebugAVM) LogRaw(ports_.logs, ports_.clock, R"(\log\raw_avm.txt)", line, options.LogCount);
   call.DataNumber(PreparedNumber(call.DataNumber(), options));
   Trace("AVM_RING", "Check");
   if (IsForwarded(call.DataNumber(), call.MSN, options, ports_.ownNumbers)) Forward(call, simulated);
@@ -235,13 +233,6 @@ void AVM_monitor::EnterPeriod(const oRouterCall& call) {
   } else {
     ports_.records.SetCallPeriodInJournalFile(call);
   }
-}
-
-void AVM_monitor::LogRawLine(const std::string& line, int maximumKB) {
-  const DateTime now = ports_.clock.Now();
-  ports_.logs.FileWrite_Log(R"(\log\raw_avm.txt)",
-                            GetFormatedDateByDate(now) + " " + GetFormatedTime(now) + "|" + WithoutControls(line),
-                            maximumKB);
 }
 
 void AVM_monitor::ConnectionLost() {

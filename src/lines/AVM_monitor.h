@@ -93,7 +93,6 @@ class AVM_monitor : public SocketSource {
   void EndIncoming(const oDataCall& call, std::string_view step, bool simulated);
   void JournalOutgoing(oRouterCall& call);
   void EnterPeriod(const oRouterCall& call);
-  void LogRawLine(const std::string& line, int maximumKB);
 
   Ports ports_;
   clsCollection AVMCallList_;

@@ -1,6 +1,6 @@
 #include "lines/NCID_monitor.h"
 
-#include "services/modTimePeriods.h"
+#include "lines/raw_log.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -8,7 +8,6 @@ namespace {
 
 // A server names no line: all its calls have one id, so there is one at a time.
 constexpr std::int32_t kOnlyPLCI = 0;
-constexpr std::int16_t kSocketCIP = 16;
 
 void Trace(std::string_view step, std::string_view what, bool simulated = false) {
   if (!ErrorHandling().Switches.LogNCID) return;
@@ -58,7 +57,8 @@ void NCID_monitor::Ring(oDataCall& call, const std::string& line, bool simulated
     Trace("NCID_RING", "EXIT by Prefix active check");
     return;
   }
-  if (!simulated && options.DebugNCID) LogRawLine(line, options.LogCount);
+  if (!simulated && options.DebugNCID)
+    LogRaw(ports_.logs, ports_.clock, R"(\log\raw_ncid.txt)", line, options.LogCount);
   std::string number = PreparedNumber(call.DataNumber(), options);
   if (IsForwarded(number, call.MSN, options, ports_.ownNumbers)) {
     Trace("NCID_RING", "Forward data");
@@ -89,13 +89,6 @@ void NCID_monitor::EndRinging() {
 
 void NCID_monitor::ConnectionLost() {
   if (RingActive_) EndRinging();
-}
-
-void NCID_monitor::LogRawLine(const std::string& line, int maximumKB) {
-  const DateTime now = ports_.clock.Now();
-  ports_.logs.FileWrite_Log(R"(\log\raw_ncid.txt)",
-                            GetFormatedDateByDate(now) + " " + GetFormatedTime(now) + "|" + WithoutControls(line),
-                            maximumKB);
 }
 
 }  // namespace vorlix

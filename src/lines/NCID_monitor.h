@@ -53,7 +53,6 @@ class NCID_monitor : public SocketSource {
   void Ring(oDataCall& call, const std::string& line, bool simulated);
   void Disconnected(bool simulated);
   void EndRinging();
-  void LogRawLine(const std::string& line, int maximumKB);
 
   Ports ports_;
   bool RingActive_ = false;

@@ -1,12 +1,16 @@
 // The settings that decide which calls a line source passes on, as plain values asked for anew at each line.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "core/pipeline_ports.h"
 
 namespace vorlix {
+
+// Every call of a socket source has this bearer service.
+inline constexpr std::int16_t kSocketCIP = 16;
 
 struct LineOptions {
   bool CallMode_CAPI = false;

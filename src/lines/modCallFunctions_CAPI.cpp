@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "lines/modCAPI.h"
-#include "services/modTimePeriods.h"
+#include "lines/raw_log.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -251,12 +251,10 @@ void modCallFunctions_CAPI::CAPI_ExtractVWForwarder(const std::string& number, c
 }
 
 void modCallFunctions_CAPI::LogRawMessage(const ConnectIndication& call, int maximumKB) {
-  const DateTime now = ports_.clock.Now();
-  ports_.logs.FileWrite_Log(R"(\log\raw_capi.txt)",
-                            GetFormatedDateByDate(now) + " " + GetFormatedTime(now) + "|" +
-                                WithoutControls(call.structures.substr(0, kMostLogged)) +
-                                " PLCI=" + std::to_string(call.PLCI) + " CIP=" + std::to_string(call.CIP),
-                            maximumKB);
+  LogRaw(ports_.logs, ports_.clock, R"(\log\raw_capi.txt)",
+         std::string(call.structures.substr(0, kMostLogged)) + " PLCI=" + std::to_string(call.PLCI) +
+             " CIP=" + std::to_string(call.CIP),
+         maximumKB);
 }
 
 }  // namespace vorlix
