@@ -35,8 +35,6 @@ class PhoneBook {
   virtual int GetNumberData(oDataCall& call, bool addIfMissing, bool countCall) = 0;
   // Counts a dialled number, if the book has it, and saves the counters.
   virtual void CountDialled(const std::string& number) = 0;
-  // The book's file is watched for changes while no call is being looked up.
-  virtual void WatchFile(bool) {}
 };
 
 class TeleControl {

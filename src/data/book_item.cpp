@@ -1,9 +1,9 @@
 #include "data/book_item.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "data/modVCard.h"
+#include "data/record_text.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -15,13 +15,10 @@ constexpr char kSearchSeparator = '|';
 
 enum Field : std::size_t { kName, kNumber, kCallsIn, kNew, kBlock, kInvers, kAddress, kPeriod, kType, kCallsOut };
 
-// A number too large for its member is held at the nearest end: it must not turn into some other valid one.
 template <class Number>
 void ReadNumber(const std::vector<std::string>& fields, Field field, Number& member) {
-  using Limits = std::numeric_limits<Number>;
   if (field >= fields.size() || !IsNumeric(fields[field])) return;
-  member =
-      static_cast<Number>(std::clamp<int>(LeadingInteger(fields[field]).value_or(0), Limits::min(), Limits::max()));
+  member = HeldIn<Number>(LeadingInteger(fields[field]).value_or(0));
 }
 
 // Where the text of the eighth field begins; a line that is checked has one.

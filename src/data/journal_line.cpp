@@ -1,9 +1,9 @@
 #include "data/journal_line.h"
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 
+#include "data/record_text.h"
 #include "services/modTimePeriods.h"
 #include "services/text.h"
 
@@ -61,12 +61,9 @@ std::optional<int> NumberOf(std::string_view text) {
   return IsNumeric(text) ? LeadingInteger(text).value_or(0) : std::optional<int>();
 }
 
-// A number too large for its member is held at the nearest end: it must not turn into some other valid one.
 template <class Number>
 void ReadNumber(std::string_view text, Number& member) {
-  using Limits = std::numeric_limits<Number>;
-  const auto number = NumberOf(text);
-  if (number) member = static_cast<Number>(std::clamp<int>(*number, Limits::min(), Limits::max()));
+  if (const auto number = NumberOf(text)) member = HeldIn<Number>(*number);
 }
 
 bool IsDateSeparator(char character) {

@@ -278,7 +278,7 @@ bool modBook::FileWatchBookChanged(bool store) {
 }
 
 void modBook::tmFileWatch_Timer() {
-  if (!isWatched_ || !FileWatchBookChanged(false)) return;
+  if (!FileWatchBookChanged(false)) return;
   FileWatchBookChanged(true);  // before the reading: a change that comes in between is seen at the next tick
   BookData_Read();
   // What shows the book held the entries of before.

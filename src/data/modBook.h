@@ -135,7 +135,6 @@ class modBook : public PhoneBook {
   bool FileWatchBookChanged(bool store);
   // Reads the book after a change by another program.
   void tmFileWatch_Timer();
-  void WatchFile(bool on) override { isWatched_ = on; }
 
   std::string BookPath() const { return ports_.folders.BookPath() + "Vorlixbook.txt"; }
   std::string SearchCachePath() const { return ports_.folders.GetMainPath(R"(\data\cache.inv)"); }
@@ -171,7 +170,6 @@ class modBook : public PhoneBook {
   bool bookUnread_ = false, cacheUnread_ = false;
   int writeCounter_ = 0;
   FileInfo known_;
-  bool isWatched_ = true;
 };
 
 }  // namespace vorlix

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <limits>
 #include <string_view>
 
 namespace vorlix {
@@ -18,6 +19,13 @@ inline std::string_view TakeLine(std::string_view& text) {
   std::string_view line = TakeUpTo(text, '\n');
   if (line.ends_with('\r')) line.remove_suffix(1);
   return line;
+}
+
+// A number too large for its member is held at the nearest end: it must not turn into some other valid one.
+template <class Number>
+Number HeldIn(int value) {
+  return static_cast<Number>(
+      std::clamp<int>(value, std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max()));
 }
 
 }  // namespace vorlix
