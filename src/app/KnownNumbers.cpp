@@ -62,4 +62,15 @@ void KnownNumbers::ReloadTables() {
   holidays.LoadFeiertage();
 }
 
+void KnownNumbers::Identify(oDataCall& call) {
+  call.NameMode = static_cast<std::int16_t>(book.GetNumberData(call, false, false));
+  call.GetMSNData(ownNumbers.Table());
+}
+
+bool KnownNumbers::IsKnownPerson(const std::string& number) {
+  oDataCall call(&numbers);
+  call.DataNumber(number);
+  return book.GetNumberData(call, false, false) == 1;
+}
+
 }  // namespace vorlix

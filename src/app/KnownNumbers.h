@@ -41,6 +41,10 @@ struct KnownNumbers {
   void Attach(ClockJobs& jobs);
   // What depends on the user's own country.
   void ReloadTables();
+  // Gives a call that was not looked up its name and its own number's alias.
+  void Identify(oDataCall& call);
+  // Whether the book has a name for the number.
+  bool IsKnownPerson(const std::string& number);
 
   System system;
   JournalCache journalCache;

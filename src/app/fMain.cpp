@@ -37,7 +37,7 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       pipelineSettings_(settings_, folders_.BookRefresh(), startedByAuto_),
       sound_({system.sound, system.files, folders_, state_,
               [this](const std::string& path) { return settingsStore_.GetFullPathFromRelativePath(path); },
-              [this](const std::string& number) { return IsKnownPerson(number); }}),
+              [this](const std::string& number) { return known_.IsKnownPerson(number); }}),
       blacklistCommand_(known_.blacklist, known_.book),
       logos_({system.files, folders_,
               [this](const std::string& number) { return known_.numbers.Get_ProviderFile(number); },
@@ -46,7 +46,7 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       display_(system.screen.Views(), DisplayPorts()),
       watchers_(Watchers()),
       pipeline_(Ports(), state_),
-      prefixInput_({system.screen.AreaCodes(), [this] { return system_.screen.CanAsk(); }, settings_, ini_,
+      prefixInput_({system.screen.AreaCodes(), [this] { return system_.screen.CanAsk(); }, settings_, settingsStore_,
                     [this] { known_.ReloadTables(); }}),
       lines_(LineParts()),
       commands_(CommandPorts()),
@@ -365,7 +365,7 @@ void fMain::OpenScreen() {
                        settings_,
                        settingsStore_,
                        messages_,
-                       [this](oDataCall& call) { Identify(call); },
+                       [this](oDataCall& call) { known_.Identify(call); },
                        {.version = VersionText(), .dataFolder = folders_.ProgramData(), .lines = {}, .toolkit = {}},
                        [this] { return sourceStates_.Read(); },
                        [this] { Close(UnloadReason::kUser); },
@@ -376,17 +376,6 @@ void fMain::OpenScreen() {
 // A simulation that begins now would take its end away.
 bool fMain::HasRealCall() const {
   return state_.ActiveCallList.Count() > 0 || lines_.router.AVMCallList().Count() > 0;
-}
-
-void fMain::Identify(oDataCall& call) {
-  call.NameMode = static_cast<std::int16_t>(known_.book.GetNumberData(call, false, false));
-  call.GetMSNData(known_.ownNumbers.Table());
-}
-
-bool fMain::IsKnownPerson(const std::string& number) {
-  oDataCall call(&known_.numbers);
-  call.DataNumber(number);
-  return known_.book.GetNumberData(call, false, false) == 1;
 }
 
 TypedCommands::Calls fMain::NewestCalls(std::size_t count) {

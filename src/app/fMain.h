@@ -92,8 +92,6 @@ class fMain {
   void ShowFirstState();
   void GiveWayToOtherCopy();
   bool HasRealCall() const;
-  void Identify(oDataCall& call);
-  bool IsKnownPerson(const std::string& number);
   TypedCommands::Calls NewestCalls(std::size_t count);
 
   System system_;

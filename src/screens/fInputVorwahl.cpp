@@ -80,10 +80,7 @@ void fInputVorwahl::Finish() {
 void fInputVorwahl::Store() {
   const auto& general = ports_.settings.General;
   ports_.reloadTables();
-  const modAPI_INI::Batch once(ports_.ini);
-  ports_.ini.SetSettStr("General", "myVWL", general.myVWL);
-  ports_.ini.SetSettStr("General", "myVWO", general.myVWO);
-  ports_.ini.SetSettStr("General", "myVWOP", general.myVWOP.empty() ? "-" : general.myVWOP);
+  ports_.store.SaveOwnPrefix(general.myVWL, general.myVWO, general.myVWOP);
 }
 
 void fInputVorwahl::Close() {

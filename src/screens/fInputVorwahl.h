@@ -9,7 +9,7 @@
 
 #include "core/pipeline_ports.h"
 #include "data/Settings.h"
-#include "data/modAPI_INI.h"
+#include "data/modSettings.h"
 #include "screens/FirstStart.h"
 
 namespace vorlix {
@@ -59,7 +59,7 @@ class fInputVorwahl : public PrefixInput {
     fInputVorwahlView& view;
     std::function<bool()> canAsk;  // somebody is there to answer
     Settings& settings;
-    modAPI_INI& ini;
+    modSettings& store;
     std::function<void()> reloadTables;  // what depends on the own country
   };
 

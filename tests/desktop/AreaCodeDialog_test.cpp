@@ -25,8 +25,9 @@ class AreaCodeDialogTest : public testing::Test, protected DialogRoom, protected
   }
 
   Settings settings;
+  modSettings settingsStore{{ini, store, folders, clock, messages, {}}, settings};
   AreaCodeDialog dialog;
-  fInputVorwahl input{{dialog, [] { return true; }, settings, ini, [] {}}};
+  fInputVorwahl input{{dialog, [] { return true; }, settings, settingsStore, [] {}}};
 };
 
 TEST_F(AreaCodeDialogTest, MarksTheWrongFieldAndStoresTheRightOnes) {

@@ -30,8 +30,9 @@ class fInputVorwahlTest : public testing::Test, protected DataRoom, public First
   bool somebodyIsThere = true;
   int reloads = 0;
   Settings settings;
+  modSettings settingsStore{{ini, store, folders, clock, messages, {}}, settings};
   AreaCodeQuestions questions{*this};
-  fInputVorwahl input{{questions, [this] { return somebodyIsThere; }, settings, ini, [this] { ++reloads; }}};
+  fInputVorwahl input{{questions, [this] { return somebodyIsThere; }, settings, settingsStore, [this] { ++reloads; }}};
 };
 
 TEST_F(fInputVorwahlTest, AsksUntilTheCodesCanBeUsedAndStoresThem) {
