@@ -284,7 +284,8 @@ StartResult fMain::FirstStartPhase() {
 void fMain::AskFirstStart() {
   settingsStore_.LoadSetting();
   const std::string path = folders_.GetMainPath({});
-  if (system_.screen.CanAsk()) {
+  const bool canAsk = system_.screen.CanAsk();
+  if (canAsk) {
     if (const auto answers =
             FirstStart(system_.screen.FirstStart()).Run(settings_.FritzBox.Host, settings_.NCID.Host)) {
       SaveFirstStart(*answers);
@@ -295,10 +296,12 @@ void fMain::AskFirstStart() {
   settingsStore_.SaveSettings_Config();
   settingsStore_.SaveVersion();
   settingsStore_.SaveSettings_AVM();
-  system_.screen.Tell(
+  const std::string hint =
       LoadLangKey("FirstStart_Info_EditFile",
                   "Erster Start mit Vorgaben. Für eine FRITZ!Box CallMode_CAPI=0 und CallMode_AVM=1 setzen in"_ansi) +
-      " " + path);
+      " " + path;
+  // Who has left the questions off sits before the screen.
+  canAsk ? static_cast<void>(messages_.MsgBoxNew(hint, kMsgInformation)) : system_.screen.Tell(hint);
 }
 
 void fMain::SaveFirstStart(const FirstStartAnswers& answers) {

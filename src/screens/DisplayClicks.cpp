@@ -39,8 +39,8 @@ void DisplayClicks::OpenWindow(int choice) {
     return;
   }
   const auto window = static_cast<DisplayWindow>(choice);
-  if (window == DisplayWindow::kJournal || window == DisplayWindow::kNewCalls) ports_.tray.MissedSeen();
-  ports_.windows.Open(window);
+  const bool showsMissed = window == DisplayWindow::kJournal || window == DisplayWindow::kNewCalls;
+  if (ports_.windows.Open(window) && showsMissed) ports_.tray.MissedSeen();
 }
 
 void DisplayClicks::TimeClick() {

@@ -62,10 +62,11 @@ void MainDisplay::DisplayUpdate(bool search) {
       search);
 }
 
-// The rows anew, each with its own copy of its call. What was told of a call before is not told again, and the mark of
-// a refused one stays.
+// The rows anew, each with its own copy of its call. What was told of a call before is not told again; the mark of a
+// refused one and its buttons go with it.
 void MainDisplay::TakeCalls() {
   const std::vector<Row> former = std::exchange(rows_, {});
+  auto formerButtons = std::exchange(buttons_, {});
   for (const auto& call : ActiveCalls(ports_.state)) {
     Row row{.record = std::make_shared<oDataCall>(*call), .shown = {}, .announced = {}};
     const auto same = std::ranges::find_if(former, [&](const Row& old) {
@@ -75,11 +76,12 @@ void MainDisplay::TakeCalls() {
       row.announced = same->announced;
       row.shown.isBlockMarked = same->shown.isBlockMarked;
       row.shown.blockReason = same->shown.blockReason;
+      const auto buttons = formerButtons.find(static_cast<std::size_t>(same - former.begin()));
+      if (buttons != formerButtons.end()) buttons_[rows_.size()] = buttons->second;
     }
     rows_.push_back(std::move(row));
   }
   if (rows_.empty()) rows_.resize(1);
-  std::erase_if(buttons_, [&](const auto& button) { return button.first >= rows_.size(); });
 }
 
 void MainDisplay::FillLine(std::size_t line, bool search) {

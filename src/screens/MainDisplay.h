@@ -111,7 +111,7 @@ class MainDisplay : public CallDisplay {
 
   Ports ports_;
   std::vector<Row> rows_{1};
-  std::map<std::size_t, Buttons> buttons_;  // by position: they stay where they are when the calls move up
+  std::map<std::size_t, Buttons> buttons_;  // by position, where the pipeline names them
   std::string lineState_;
   DisplayContent content_;
 };

@@ -89,7 +89,7 @@ bool TrayMenu::IsThere(MenuCommand command) const {
 }
 
 bool TrayMenu::IsEnabled(MenuCommand command) const {
-  return command != MenuCommand::kSimulation || !ports_.isSimulationOpen || !ports_.isSimulationOpen();
+  return command != MenuCommand::kSimulation || !ports_.isSimulationBarred || !ports_.isSimulationBarred();
 }
 
 std::string AboutText(const AboutFacts& facts) {

@@ -43,8 +43,8 @@ struct MenuItem {
 class TrayMenu {
  public:
   struct Ports {
-    Settings& settings;                      // the check marks live here and are saved when the program ends
-    std::function<bool()> isSimulationOpen;  // while it runs, it is not begun again
+    Settings& settings;                        // the check marks live here and are saved when the program ends
+    std::function<bool()> isSimulationBarred;  // it runs already, or would take the end of a real call
   };
 
   // All ports must outlive the object.

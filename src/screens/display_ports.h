@@ -48,7 +48,8 @@ class DisplayWindows {
   virtual ~DisplayWindows() = default;
   // Opens the quick editor for a number with what the book knows of it; false when there is no editor.
   virtual bool OpenEditor(const oDataCall& call) = 0;
-  virtual void Open(DisplayWindow window) = 0;
+  // False when there is no such window.
+  virtual bool Open(DisplayWindow window) = 0;
 };
 
 // The window that has the screen, as the desktop tells.

@@ -48,7 +48,7 @@ class NoCallerWindows : public CallerWindows {
 class NoDisplayWindows : public DisplayWindows {
  public:
   bool OpenEditor(const oDataCall&) override { return false; }
-  void Open(DisplayWindow) override {}
+  bool Open(DisplayWindow) override { return false; }
 };
 
 }  // namespace vorlix

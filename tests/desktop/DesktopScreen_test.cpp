@@ -37,7 +37,7 @@ class DesktopScreenTest : public testing::Test {
   SystemClock clock;
   DesktopScreen desktop{clock, std::string(VORLIX_TEST_DATA) + "/../../base/icons"};
   DisplayRoom<RecordingBar> room;
-  TrayMenu menu{TrayMenu::Ports{.settings = room.settings, .isSimulationOpen = {}}};
+  TrayMenu menu{TrayMenu::Ports{.settings = room.settings, .isSimulationBarred = {}}};
   MemoryPlaces places;
   int ends = 0;
   std::unique_ptr<DesktopScreen::Connection> connection =

@@ -54,7 +54,7 @@ class MainBarTest : public testing::Test, protected OffscreenApplication {
   MemoryPlaces places;
   DisplayGestures gestures;
   DisplayRoom<MainBar> room{gestures, kIcons, [this](QMenu& all) { AddCommands(all, gestures); }};
-  TrayMenu menu{TrayMenu::Ports{.settings = room.settings, .isSimulationOpen = {}}};
+  TrayMenu menu{TrayMenu::Ports{.settings = room.settings, .isSimulationBarred = {}}};
   MainBar& bar = room.bar;
   // The presenters are there only now.
   bool connected = (gestures = GesturesOf(room.screen, menu), true);

@@ -117,7 +117,11 @@ class DisplaySurroundings : public LineStateSource,
     if (hasEditor) Note("edit " + call.DataNumber() + " " + call.Name());
     return hasEditor;
   }
-  void Open(DisplayWindow window) override { Note("open " + std::to_string(static_cast<int>(window))); }
+  bool Open(DisplayWindow window) override {
+    Note("open " + std::to_string(static_cast<int>(window)));
+    return isWindowThere;
+  }
+  bool isWindowThere = true;
   void FuncBlackList_NumberToList(const std::string& number, const std::string& name) override {
     Note("list " + number + " " + name);
   }

@@ -100,7 +100,9 @@ TEST_F(DisplayTrayTest, TheIconTellsWhatMattersMost) {
   EXPECT_EQ(tray.icon, TrayIcon::kLineLost);
   world.states.AVM.up = true;
   screen.display.DisplayReset(false);
-  EXPECT_EQ(tray.icon, TrayIcon::kMissed);
+  world.isWindowThere = false;
+  screen.clicks.TrayClick();
+  EXPECT_EQ(tray.icon, TrayIcon::kMissed);  // nothing was there to look at
   screen.clicks.ResetClick();
   EXPECT_EQ(tray.icon, TrayIcon::kIdle);
 }

@@ -42,8 +42,7 @@ TEST_F(MainDisplayTest, TheSecondCallMovesUpAndAResultFindsItByItsNumber) {
   screen.display.DisplayCallerUpdateByNumber("0301234", "Meier", "Berlin", true);
   EXPECT_THAT(Texts(), ElementsAre("Meier"));
   EXPECT_EQ(Line().PLCI, 8);
-  // The second line's button goes with the line, not with the call.
-  EXPECT_FALSE(Line().bellEnabled);
+  EXPECT_TRUE(Line().bellEnabled);  // the button goes with its call
 }
 
 TEST_F(MainDisplayTest, OfTwoCallsFromOneNumberOnlyTheFirstShowsTheResult) {
