@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/FirstRun.h"
 #include "app/SystemFolders.h"
 #include "core/CommandLineWords.h"
 #include "data/modDirectories.h"
-#include "screens/FirstStart.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -277,49 +277,8 @@ void fMain::GiveWayToOtherCopy() {
 }
 
 StartResult fMain::FirstStartPhase() {
-  AskFirstStart();
+  FirstRun({system_.screen, settings_, settingsStore_, ini_, folders_, messages_, state_}).Ask();
   return EndIfClosing();
-}
-
-void fMain::AskFirstStart() {
-  settingsStore_.LoadSetting();
-  const std::string path = folders_.GetMainPath({});
-  const bool canAsk = system_.screen.CanAsk();
-  if (canAsk) {
-    if (const auto answers =
-            FirstStart(system_.screen.FirstStart()).Run(settings_.FritzBox.Host, settings_.NCID.Host)) {
-      SaveFirstStart(*answers);
-      return;
-    }
-    if (state_.ExitInProgress) return;
-  }
-  settingsStore_.SaveSettings_Config();
-  settingsStore_.SaveVersion();
-  settingsStore_.SaveSettings_AVM();
-  const std::string hint =
-      LoadLangKey("FirstStart_Info_EditFile",
-                  "Erster Start mit Vorgaben. Für eine FRITZ!Box CallMode_CAPI=0 und CallMode_AVM=1 setzen in"_ansi) +
-      " " + path;
-  // Who has left the questions off sits before the screen.
-  canAsk ? static_cast<void>(messages_.MsgBoxNew(hint, kMsgInformation)) : system_.screen.Tell(hint);
-}
-
-void fMain::SaveFirstStart(const FirstStartAnswers& answers) {
-  auto& general = settings_.General;
-  general.CallMode_CAPI = answers.CallMode_CAPI;
-  general.CallMode_AVM = answers.CallMode_AVM;
-  general.CallMode_NCID = answers.CallMode_NCID;
-  if (answers.CallMode_AVM) {
-    general.AVM_SaveOutgoingCalls = true;
-    settings_.FritzBox.Host = answers.Host;
-  }
-  if (answers.CallMode_NCID) settings_.NCID.Host = answers.Host;
-  general.myVWL = answers.myVWL;
-  general.myVWO = answers.myVWO;
-  settingsStore_.SaveSettings_Config();
-  settingsStore_.SaveVersion();
-  settingsStore_.SaveSettings_AVM();
-  settingsStore_.SaveSettings_NCID();
 }
 
 void fMain::LoadLanguage() {

@@ -82,8 +82,6 @@ class fMain {
   void ReadSwitches();
   StartResult EndIfClosing() const { return state_.ExitInProgress ? StartResult::kEnd : StartResult::kGoOn; }
   StartResult FirstStartPhase();
-  void AskFirstStart();
-  void SaveFirstStart(const FirstStartAnswers& answers);
   void LoadLanguage();
   void LoadSettings();
   void BackupFiles();

@@ -88,10 +88,7 @@ std::vector<FirstStartField> FirstStart::WrongFields(const FirstStartForm& form)
   return wrong;
 }
 
-std::optional<FirstStartAnswers> FirstStart::Run(const std::string& routerHost, const std::string& serverHost) {
-  FirstStartForm form;
-  form.routerHost = routerHost;
-  form.serverHost = serverHost;
+std::optional<FirstStartAnswers> FirstStart::Run(FirstStartForm form) {
   if (!page_.Fill(form)) return std::nullopt;
   return FirstStartAnswers{.CallMode_CAPI = form.source == kSourceCAPI,
                            .CallMode_AVM = form.source == kSourceAVM,
@@ -109,13 +106,14 @@ bool FirstStartQuestions::Fill(FirstStartForm& form) {
 
 // The sources are chosen by their place in the list.
 bool FirstStartQuestions::AskSource(FirstStartForm& form) {
-  std::string question = FirstStart::SourceQuestion(), places;
+  std::string question = FirstStart::SourceQuestion(), places, proposed;
   for (const CallSource source : kFirstStartSources) {
     places += static_cast<char>('1' + places.size());
+    if (source == form.source) proposed = places.back();
     question += std::string("\n  ") + places.back() + "  " + FirstStart::SourceName(source);
   }
   question += "\n" + LoadLangKey("FirstStart_Label_Choice", "Auswahl"_ansi);
-  while (const auto answer = view_.Ask(question, "1")) {
+  while (const auto answer = view_.Ask(question, proposed)) {
     if (answer->size() != 1 || places.find(*answer) == std::string::npos) continue;
     form.source = kFirstStartSources[places.find(*answer)];
     return true;

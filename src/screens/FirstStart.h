@@ -20,8 +20,8 @@ inline constexpr FirstStartField kFirstStartFields[] = {FirstStartField::kHost, 
 // The page as it is filled in. Codes are without leading zeros.
 struct FirstStartForm {
   CallSource source = kSourceAVM;
-  std::string routerHost, serverHost;  // one for each source, so that a change of mind loses nothing
-  std::string myVWL = "49", myVWO;
+  std::string routerHost{}, serverHost{};  // one for each source, so that a change of mind loses nothing
+  std::string myVWL = "49", myVWO{};
 
   // The text of a field; the host is that of the chosen source.
   const std::string& Text(FirstStartField field) const;
@@ -73,8 +73,8 @@ class FirstStart {
  public:
   explicit FirstStart(FirstStartPage& page) : page_(page) {}
 
-  // Nothing when the user leaves off. `routerHost` and `serverHost` are proposed.
-  std::optional<FirstStartAnswers> Run(const std::string& routerHost, const std::string& serverHost);
+  // Nothing when the user leaves off. The form holds what is proposed.
+  std::optional<FirstStartAnswers> Run(FirstStartForm form);
 
   static std::string Welcome();
   static std::string SourceQuestion();

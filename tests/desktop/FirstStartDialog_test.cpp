@@ -16,7 +16,7 @@ class FirstStartDialogTest : public testing::Test, protected DialogRoom {
  protected:
   std::optional<FirstStartAnswers> Run(std::function<void()> act) {
     Then(std::move(act));
-    return FirstStart(dialog).Run("fritz.box", "server");
+    return FirstStart(dialog).Run({.routerHost = "fritz.box", .serverHost = "server"});
   }
 
   FirstStartDialog dialog;

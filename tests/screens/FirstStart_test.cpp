@@ -38,7 +38,7 @@ TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
   for (const Row& row : rows) {
     ScriptedView view(row.answers);
     FirstStartQuestions questions(view);
-    const auto got = FirstStart(questions).Run("fritz.box", "server");
+    const auto got = FirstStart(questions).Run({.routerHost = "fritz.box", .serverHost = "server"});
     ASSERT_TRUE(got.has_value()) << row.expected;
     EXPECT_EQ(std::string() + (got->CallMode_CAPI ? "1" : "0") + (got->CallMode_AVM ? "1" : "0") +
                   (got->CallMode_NCID ? "1" : "0") + " " + got->Host + " " + got->myVWL + " " + got->myVWO,
@@ -46,12 +46,21 @@ TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
   }
 }
 
+TEST(FirstStart, WhatIsKnownAlreadyIsProposed) {
+  const FirstStartForm known{.source = kSourceNCID, .serverHost = "server", .myVWL = "43", .myVWO = "1"};
+  ScriptedView view({"", "", "", ""});
+  FirstStartQuestions questions(view);
+  const auto got = FirstStart(questions).Run(known);
+  ASSERT_TRUE(got && got->CallMode_NCID);
+  EXPECT_EQ(got->Host + " " + got->myVWL + " " + got->myVWO, "server 43 1");
+}
+
 TEST(FirstStart, LeavingOffAtAnyQuestionChangesNothing) {
   const std::deque<std::string> all{"1", "", "49"};
   for (std::size_t given = 0; given <= all.size(); ++given) {
     ScriptedView view({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(given)});
     FirstStartQuestions questions(view);
-    EXPECT_FALSE(FirstStart(questions).Run("fritz.box", "server").has_value());
+    EXPECT_FALSE(FirstStart(questions).Run({.routerHost = "fritz.box", .serverHost = "server"}).has_value());
   }
 }
 
