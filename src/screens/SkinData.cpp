@@ -44,11 +44,19 @@ std::string FileOf(const std::string& folder, const std::string& name) {
   return folder + "skin_" + name + ".ini";
 }
 
+// A file that is empty, cut at its front or of another kind cannot be loaded: it counts as missing.
+bool IsPicture(const FileStore& files, const std::string& path) {
+  std::string bytes;
+  if (!files.Stat(path).IsFile() || !files.Read(path, bytes)) return false;
+  return bytes.starts_with("\xFF\xD8\xFF") || bytes.starts_with("GIF87a") || bytes.starts_with("GIF89a");
+}
+
+// Of a button only the path is kept.
 std::string PicturePath(const FileStore& files, const std::string& folder, const PictureRow& row) {
   for (const std::string_view kind : row.isButton ? std::span<const std::string_view>(kButtonKinds)
                                                   : std::span<const std::string_view>(kPictureKinds)) {
     std::string path = folder + std::string(row.name) + std::string(kind);
-    if (files.Stat(path).IsFile()) return path;
+    if (row.isButton ? files.Stat(path).IsFile() : IsPicture(files, path)) return path;
   }
   return {};
 }

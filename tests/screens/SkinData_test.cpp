@@ -12,6 +12,7 @@ namespace {
 
 const std::string kOwn = "/data/data/designs/";
 const std::string kShipped = "/program/base/designs/";
+const std::string kPicture = "GIF89a";
 
 class SkinDataTest : public testing::Test {
  protected:
@@ -22,12 +23,12 @@ class SkinDataTest : public testing::Test {
     store.AddFile(folder + "skin_" + name + ".ini", "[skin]\r\n" + settings);
     for (const char* picture : {"display_grip.jpg", "display_grip_color.gif", "nobody.jpg", "button_stop.png",
                                 "button_bell.png", "button_eraser.png"})
-      store.AddFile(folder + picture, "x");
+      store.AddFile(folder + picture, kPicture);
     const std::vector<const char*> image{"display_background",  "background_top",  "background_mid",
                                          "background_bot",      "display_glass",   "display_glass_color",
                                          "newslist_background", "vcard_background"};
     for (const char* picture : classic ? std::vector<const char*>{"classic_background"} : image)
-      store.AddFile(folder + picture + ".gif", "x");
+      store.AddFile(folder + picture + ".gif", kPicture);
   }
   bool Load(const std::string& name, bool report = false) { return loader.SkinData(name, skin, report); }
 
@@ -56,7 +57,10 @@ TEST_F(SkinDataTest, TheUsersOwnFolderComesFirst) {
 
 TEST_F(SkinDataTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   AddSkin(kOwn, "Mine", "");
-  store.AddFile(kOwn + "Mine/display_glass.jpg", "x");
+  store.AddFile(kOwn + "Mine/display_glass.jpg", "no picture");
+  EXPECT_TRUE(Load("Mine"));
+  EXPECT_EQ(skin.Picture("display_glass"), kOwn + "Mine/display_glass.gif");
+  store.AddFile(kOwn + "Mine/display_glass.jpg", "\xFF\xD8\xFF\xE0");
   EXPECT_TRUE(Load("Mine"));
   EXPECT_EQ(skin.Picture("display_glass"), kOwn + "Mine/display_glass.jpg");
 }
@@ -64,7 +68,7 @@ TEST_F(SkinDataTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
 TEST_F(SkinDataTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
   AddSkin(kOwn, "Mine", "colorText=112233");
   ASSERT_TRUE(store.Remove(kOwn + "Mine/button_bell.png"));
-  ASSERT_TRUE(store.Remove(kOwn + "Mine/nobody.jpg"));
+  store.AddFile(kOwn + "Mine/nobody.jpg", "");
   EXPECT_FALSE(Load("Mine"));
   EXPECT_TRUE(world.tape.empty());
   EXPECT_TRUE(skin.isNeutral && skin.pictures.empty());
