@@ -63,7 +63,7 @@ void MainDisplay::DisplayUpdate(bool search) {
 }
 
 // The rows anew, each with its own copy of its call. What was told of a call before is not told again; the mark of a
-// refused one and its buttons go with it.
+// refused one, the name that a search has found and the buttons go with it.
 void MainDisplay::TakeCalls() {
   const std::vector<Row> former = std::exchange(rows_, {});
   auto formerButtons = std::exchange(buttons_, {});
@@ -73,9 +73,7 @@ void MainDisplay::TakeCalls() {
       return old.record && old.record->PLCI == call->PLCI && old.record->CallDateTime == call->CallDateTime;
     });
     if (same != former.end()) {
-      row.announced = same->announced;
-      row.shown.isBlockMarked = same->shown.isBlockMarked;
-      row.shown.blockReason = same->shown.blockReason;
+      Inherit(row, *same);
       const auto buttons = formerButtons.find(static_cast<std::size_t>(same - former.begin()));
       if (buttons != formerButtons.end()) buttons_[rows_.size()] = buttons->second;
     }
@@ -84,12 +82,22 @@ void MainDisplay::TakeCalls() {
   if (rows_.empty()) rows_.resize(1);
 }
 
+void MainDisplay::Inherit(Row& row, const Row& former) {
+  row.announced = former.announced;
+  row.shown.isBlockMarked = former.shown.isBlockMarked;
+  row.shown.blockReason = former.shown.blockReason;
+  row.isFound = former.isFound && row.record->NameMode != 1;
+  if (!row.isFound) return;
+  row.record->Name(former.record->Name());
+  row.record->Address(former.record->Address());
+}
+
 void MainDisplay::FillLine(std::size_t line, bool search) {
   Row& row = rows_[line];
   oDataCall& record = *row.record;
   ShowCard(record);
-  record.DataCallerView = PartyView(record);
-  if (record.NameMode != 1 && search) StartSearch(record, line);
+  record.DataCallerView = row.isFound ? record.Name() : PartyView(record);
+  if (record.NameMode != 1 && search && !row.isFound) StartSearch(record, line);
   // Before the texts: the large window shows the picture too.
   ChooseLogo(row);
   if (record.DataNumber().empty() && record.MSN.empty()) record.DataCallerView = NoCallText();
@@ -226,6 +234,7 @@ void MainDisplay::DisplayCallerUpdateByNumber(const std::string& number, const s
         if (row != rows_.end() && name != "-") {
           row->record->Name(name);
           row->record->Address(address);
+          row->isFound = true;
           ChangeDisplayData(static_cast<std::size_t>(row - rows_.begin()), false, name);
         }
         DisplayResize();
@@ -241,6 +250,7 @@ void MainDisplay::DisplayCallerUpdateWithBook() {
       oDataCall found(*row.record);
       if (ports_.book.GetNumberData(found, false, false) != 1) continue;
       row.record->NameMode = 1;
+      row.isFound = false;
       row.record->Name(found.Name());
       row.record->Address(found.Address());
       row.record->DataCallerView = PartyView(*row.record);
