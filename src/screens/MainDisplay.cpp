@@ -220,6 +220,7 @@ void MainDisplay::ShowIdle(std::size_t line, const std::string& text) {
   ports_.timers.tmClock->SetEnabled(true);
   ports_.tray.ShowIdle(text);
   ShowLines();
+  ClockTick();
 }
 
 void MainDisplay::DisplayCallerUpdateByNumber(const std::string& number, const std::string& name,

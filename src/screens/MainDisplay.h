@@ -88,6 +88,7 @@ class MainDisplay : public CallDisplay {
     std::shared_ptr<oDataCall> record;
     DisplayLine shown;
     std::string announced;  // what tray and large window have told of it
+    bool isFound = false;   // a search has given it its name
   };
   struct Buttons {
     bool bell = false;
@@ -96,6 +97,7 @@ class MainDisplay : public CallDisplay {
   };
 
   void TakeCalls();
+  static void Inherit(Row& row, const Row& former);
   void FillLine(std::size_t line, bool search);
   void ShowCard(const oDataCall& record);
   void ChooseLogo(Row& row);

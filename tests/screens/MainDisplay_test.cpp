@@ -43,6 +43,10 @@ TEST_F(MainDisplayTest, TheSecondCallMovesUpAndAResultFindsItByItsNumber) {
   EXPECT_THAT(Texts(), ElementsAre("Meier"));
   EXPECT_EQ(Line().PLCI, 8);
   EXPECT_TRUE(Line().bellEnabled);  // the button goes with its call
+  world.Taken();
+  Ring(9, "0899");
+  EXPECT_THAT(Texts(), ElementsAre("Meier", "0899 Ort"));
+  EXPECT_THAT(world.Taken(), Not(Contains("search 0301234 0")));
 }
 
 TEST_F(MainDisplayTest, OfTwoCallsFromOneNumberOnlyTheFirstShowsTheResult) {
