@@ -70,6 +70,19 @@ void modAPI_INI::SetSettStr(std::string_view section, std::string_view key, std:
       section, key);
 }
 
+void modAPI_INI::SetComment(std::string_view section, std::string_view text) {
+  if (blocks_.SettingsWriteBlocked) return;
+  Trapped(
+      "modAPI_INI.SetComment",
+      [&] {
+        File& loaded = Load({});
+        const std::string before = loaded.document.Text();
+        loaded.document.Comment(section, text);
+        if (loaded.document.Text() != before) Changed(GetMainPath({}), loaded);
+      },
+      section);
+}
+
 void modAPI_INI::DeleteKey(std::string_view section, std::string_view key, std::string_view file) {
   Trapped(
       "modAPI_INI.DeleteKey",

@@ -49,6 +49,9 @@ class modAPI_INI {
   // here: the check at the start finds it.
   void SetSettStr(std::string_view section, std::string_view key, std::string_view value, std::string_view file = {});
 
+  // A comment below the head of a section of the main settings file, unless one stands there.
+  void SetComment(std::string_view section, std::string_view text);
+
   // Not subject to that flag.
   void DeleteKey(std::string_view section, std::string_view key, std::string_view file = {});
   void DeleteSection(std::string_view section, std::string_view file = {});

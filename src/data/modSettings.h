@@ -63,6 +63,8 @@ class modSettings {
   // Country code, area code and national prefix of the own line.
   void SaveOwnPrefix(const std::string& myVWL, const std::string& myVWO, const std::string& myVWOP);
   void SaveVersion();
+  // Tells whoever edits the file why the places of the windows mean nothing on this desktop.
+  void NotePlaces(const std::string& why) { ports_.ini.SetComment("Dimensions", why); }
 
   // True when no settings were ever saved: this is a first start. False for an empty file that has a backup.
   bool IsFirstStart();

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "desktop/dialogs/dialog_parts.h"
+#include "desktop/placing.h"
 #include "services/ansi.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
@@ -109,6 +110,10 @@ void DesktopHost::Open(const Program& program) {
   menu.Bind(MenuCommand::kQuit, program.quit);
   windows_->connection =
       screen_.Open({program.display, menu, windows_->places, program.sessionEnds}, FontOf(program.settings));
+  if (CanPlaceWindows()) return;
+  program.settingsStore.NotePlaces(LoadLangKey(
+      "Settings_Info_Wayland",
+      "Unter Wayland bestimmt der Desktop, wo die Fenster stehen: ...Left und ...Top gelten dort nicht."_ansi));
 }
 
 void DesktopHost::Close() {

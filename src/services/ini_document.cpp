@@ -33,6 +33,13 @@ std::string Harmless(std::string_view text) {
   return out;
 }
 
+// The name in a section's head; nothing for any other line.
+std::optional<std::string> HeadName(std::string_view whole) {
+  const std::string_view line = TrimSpace(whole);
+  if (!line.starts_with('[')) return std::nullopt;
+  return Lower(TrimSpace(line.substr(1, line.find(']') - 1)));
+}
+
 std::string EntryKey(std::string_view section, std::string_view key) {
   return Lower(TrimSpace(section)) + "\n" + Lower(TrimSpace(key));
 }
@@ -68,8 +75,8 @@ void IniDocument::Index() {
 void IniDocument::IndexLine(std::size_t number, std::string& section) {
   const std::string_view line = TrimSpace(lines_[number]);
   const std::size_t equals = line.find('=');
-  if (line.starts_with('[')) {
-    section = Lower(TrimSpace(line.substr(1, line.find(']') - 1)));
+  if (const auto head = HeadName(line)) {
+    section = *head;
     sectionEnds_[section] = number + 1;
   } else if (!line.starts_with(';') && equals != std::string_view::npos) {
     entries_.try_emplace(EntryKey(section, line.substr(0, equals)), number);
@@ -108,6 +115,16 @@ void IniDocument::Set(std::string_view section, std::string_view key, std::strin
   Index();
 }
 
+void IniDocument::Comment(std::string_view section, std::string_view text) {
+  const std::string name = Harmless(section);
+  const auto isHead = [&](const std::string& line) { return HeadName(line) == Lower(TrimSpace(name)); };
+  auto head = static_cast<std::size_t>(std::find_if(lines_.begin(), lines_.end(), isHead) - lines_.begin());
+  if (head == lines_.size()) Insert(lines_.size(), "[" + name + "]");
+  if (++head < lines_.size() && TrimSpace(lines_[head]).starts_with(';')) return;
+  Insert(head, "; " + Harmless(text));
+  Index();
+}
+
 // A last line without a line end gets one first.
 void IniDocument::Insert(std::size_t number, const std::string& content) {
   const std::string lineEnd(LineEnd());
@@ -135,8 +152,7 @@ bool IniDocument::DeleteSection(std::string_view section) {
   bool inside = wanted.empty();  // entries in front of the first section have the empty one
   std::vector<std::string> kept;
   for (std::string& whole : lines_) {
-    const std::string_view line = TrimSpace(whole);
-    if (line.starts_with('[')) inside = Lower(TrimSpace(line.substr(1, line.find(']') - 1))) == wanted;
+    if (const auto head = HeadName(whole)) inside = *head == wanted;
     if (!inside) kept.push_back(std::move(whole));
   }
   lines_ = std::move(kept);

@@ -27,6 +27,10 @@ class IniDocument {
   // section, key or value becomes a blank: it could forge another entry.
   void Set(std::string_view section, std::string_view key, std::string_view value);
 
+  // Puts "; text" below the head of the section, or adds the section with it. A comment that stands there already
+  // stays alone: the user may have changed it.
+  void Comment(std::string_view section, std::string_view text);
+
   // Removes the first entry of that name; false if there was none.
   bool DeleteKey(std::string_view section, std::string_view key);
   // Removes the section with all its lines; false if there was none.

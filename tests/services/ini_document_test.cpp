@@ -84,6 +84,20 @@ TEST(IniDocument, KeepsTheByteOrderMarkWhateverItsFirstLineSuffers) {
   EXPECT_EQ(document.Text(), "\xEF\xBB\xBF[A]\r\nc=3\r\n");
 }
 
+TEST(IniDocument, ACommentComesOnceAndNeverOverTheUsersOwn) {
+  const char* rows[][2] = {
+      {"[B]\r\nc=1\r\n[a]\r\nb=2", "[B]\r\nc=1\r\n[a]\r\n; why b=3\r\nb=2"},
+      {"[A]\r\n ; mine\r\nb=2\r\n", "[A]\r\n ; mine\r\nb=2\r\n"},
+      {"c=1", "c=1\r\n[A]\r\n; why b=3\r\n"},
+  };
+  for (const auto& [before, after] : rows) {
+    IniDocument document(before);
+    for (int i = 0; i < 2; ++i)
+      document.Comment("A", "why\nb=3");
+    EXPECT_EQ(document.Text(), after);
+  }
+}
+
 TEST(IniDocument, DeletesKeysAndSections) {
   IniDocument document("[A]\r\nb=1\r\nc=2\r\n[B]\r\nb=3\r\n[a]\r\nd=4\r\n");
   EXPECT_TRUE(document.DeleteKey("A", "B"));
