@@ -120,8 +120,9 @@ bool fEditBlacklist::InputReturn(std::string_view text, int index) {
       [&] {
         if (text != oldText_) changed_ = true;
         const Line line = LineOf(text);
-        if (line[kNumber].empty() || (index != kNoLine && !HasLine(index))) return false;
-        if (index == kNoLine) {
+        if (line[kNumber].empty()) return false;
+        const int edited = index == kNoLine ? kNoLine : LineOfInput(index);
+        if (edited == kNoLine) {
           if (ports_.list.FuncBlackList_IsNumberIn(line[kNumber])) {
             ports_.list.TellItemExists();
             return false;
@@ -129,14 +130,23 @@ bool fEditBlacklist::InputReturn(std::string_view text, int index) {
           lines_.push_back(line);
           selected_ = static_cast<int>(lines_.size()) - 1;
         } else {
-          lines_[static_cast<std::size_t>(index)] = line;
-          selected_ = index;
+          lines_[static_cast<std::size_t>(edited)] = line;
+          selected_ = edited;
         }
         BlackListToArray();
         Show();
         return true;
       },
       text, index);
+}
+
+// While the input was open the list may have been read anew: the entry is looked for where it stands now. One that is
+// gone comes back as a new one.
+int fEditBlacklist::LineOfInput(int index) const {
+  const auto isEdited = [&](const Line& line) { return TextOf(line) == oldText_; };
+  if (HasLine(index) && isEdited(lines_[static_cast<std::size_t>(index)])) return index;
+  const auto moved = std::find_if(lines_.begin(), lines_.end(), isEdited);
+  return moved == lines_.end() ? kNoLine : static_cast<int>(moved - lines_.begin());
 }
 
 void fEditBlacklist::ColumnClick(Column column) {

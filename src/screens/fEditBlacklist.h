@@ -73,6 +73,7 @@ class fEditBlacklist {
  private:
   void Edit(int line);
   void Remove();
+  int LineOfInput(int index) const;
   void BlackListToArray();
   void SaveCheck();
   void Show() { ports_.view.ShowLines(lines_, selected_); }

@@ -57,7 +57,6 @@ TEST_F(fEditBlacklistTest, ShowsTheListAndEditsOneOfItsLines) {
   window.DoubleClick(1);
   EXPECT_EQ(input, "1 *55|7|anna");
   EXPECT_FALSE(window.InputReturn("|7|anna", 1));
-  EXPECT_FALSE(window.InputReturn("1", 3));
   EXPECT_TRUE(window.InputReturn("*56\r\n", 1));
   EXPECT_EQ(Saved(), "0172||Bert\r\n*56  ||\r\n0171||Carl\r\n");
   EXPECT_FALSE(window.IsOpen());
@@ -75,6 +74,20 @@ TEST_F(fEditBlacklistTest, ANewNumberIsTakenOnceAndWithItsWholeName) {
   EXPECT_EQ(selected, 3);
   EXPECT_EQ(store.Content(kFile), kThree);
   EXPECT_EQ(Saved(), kThree + std::string("0800||") + name + "\r\n");
+}
+
+TEST_F(fEditBlacklistTest, AnEditFindsItsEntryInAListThatHasMovedMeanwhile) {
+  window.ColumnClick(fEditBlacklist::kNumber);
+  window.DoubleClick(1);
+  EXPECT_EQ(input, "1 0171|alle|Carl");
+  list.FuncBlackList_NumberToList("0800", "Dora");
+  EXPECT_TRUE(window.InputReturn("0173||Carl", 1));
+  EXPECT_EQ(Saved(), "0172||Bert\r\n*55|7|anna\r\n0173||Carl\r\n0800||Dora\r\n");
+  window.Form_Load();
+  window.DoubleClick(0);
+  Remove(0);
+  EXPECT_TRUE(window.InputReturn("0174||Bert", 0));
+  EXPECT_THAT(shown, ElementsAre("*55/anna/7", "0173/Carl/alle", "0800/Dora/alle", "0174/Bert/alle"));
 }
 
 TEST_F(fEditBlacklistTest, TheSelectionStaysWhereALineWasRemoved) {

@@ -45,7 +45,7 @@ BlacklistInput::BlacklistInput(QWidget& parent, const std::string& text, bool is
   AssignLetters(*this);
 }
 
-// Taking the text may show a message and let the loop run; the input may be gone after it.
+// Who takes the text may close the input.
 void BlacklistInput::Check() {
   const QPointer<QDialog> alive(this);
   const bool isTaken = take_(Join({FieldOf(*number_), FieldOf(*MSN_), FieldOf(*name_)}, kSeparator));
