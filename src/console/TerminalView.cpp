@@ -120,7 +120,7 @@ bool TerminalView::ReadTyped() {
 }
 
 void TerminalView::Tell(const std::string& text) {
-  Write(text + "\n");
+  ShowLine(text);
 }
 
 void TerminalView::Write(std::string_view text) {

@@ -29,7 +29,8 @@ class TerminalViewTest : public testing::Test {
 TEST_F(TerminalViewTest, SpeaksUtf8AndCarriesNoCommand) {
   TerminalView view(ends[1]);
   view.ShowLine("Gew\xE4hlt \x1B[2J");
-  EXPECT_EQ(Taken(), "Gew\xC3\xA4hlt  [2J\n");
+  view.Tell("Bert\x1B[2J");
+  EXPECT_EQ(Taken(), "Gew\xC3\xA4hlt  [2J\nBert [2J\n");
   EXPECT_EQ(view.Show("a\r\nb", kMsgYesNo + kMsgQuestion, "Vorlix", true), MsgBoxAnswer::kNo);
   EXPECT_EQ(Taken(), "[!] Vorlix: a\n[!] Vorlix: b\n");
 }
