@@ -63,7 +63,7 @@ void CallPipeline::LastCallEnded(const Passage& passage) {
   EndBalloon(passage);
   if (passage.display && !passage.hide) {
     trace::CallEnd("Button reset");
-    ports_.display.ButtonEnableHangUp(0, 2, true);
+    ports_.display.ButtonEnableHangUp(0, kHangUpEraser, true);
     ports_.display.ButtonEnableBell(0, false);
     trace::CallEnd("Bevore display refresh ");
     ports_.display.DisplayResize();

@@ -159,9 +159,9 @@ void CallPipeline::RingCall(const Passage& passage) {
   const int line = static_cast<int>(state_.ActiveCallList.Count()) - 1;
   ports_.display.ButtonEnableBell(line, true);
   if (options_.CallMode_CAPI) {
-    ports_.display.ButtonEnableHangUp(line, 1, true);
+    ports_.display.ButtonEnableHangUp(line, kHangUpStop, true);
   } else {
-    ports_.display.ButtonEnableHangUp(line, 2, false);  // a socket call cannot be hung up
+    ports_.display.ButtonEnableHangUp(line, kHangUpEraser, false);  // a socket call cannot be hung up
   }
 }
 

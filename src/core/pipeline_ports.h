@@ -125,6 +125,9 @@ class ReverseSearch {
   virtual bool Exists() = 0;
 };
 
+// What a line's hang-up button is: it refuses the call, or it empties the display.
+enum HangUpMode : int { kHangUpStop = 1, kHangUpEraser = 2 };
+
 // The caller display with its buttons.
 class CallDisplay {
  public:

@@ -6,8 +6,6 @@
 namespace vorlix {
 namespace {
 
-constexpr int kModeStop = 1;  // of the hang-up button
-
 void Tell(const std::function<void()>& hook) {
   if (hook) hook();
 }
@@ -42,7 +40,7 @@ bool DisplayCommands::Reject(std::size_t line) {
       [&] {
         const auto call = CallOf(line);
         if (!call || call->Blocked) return false;
-        ports_.display.ButtonEnableHangUp(static_cast<int>(line), kModeStop, false);
+        ports_.display.ButtonEnableHangUp(static_cast<int>(line), kHangUpStop, false);
         if (!ports_.settings.General.CallMode_CAPI) return false;
         call->Blocked = true;
         call->BlockFunction = kRejectUser;

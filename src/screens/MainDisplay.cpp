@@ -13,8 +13,6 @@
 namespace vorlix {
 namespace {
 
-constexpr int kModeStop = 1;
-
 // Colours of own numbers are kept with red in the lowest byte; those of the system have the highest bit.
 bool IsSystemColor(std::uint32_t color) {
   return (color & 0x80000000u) != 0;
@@ -301,7 +299,7 @@ void MainDisplay::ButtonEnableBell(int line, bool enabled) {
 void MainDisplay::ButtonEnableHangUp(int line, int mode, bool enabled) {
   if (line < 0) return;
   Buttons& buttons = buttons_[static_cast<std::size_t>(line)];
-  buttons.hangUp = mode == kModeStop ? HangUpButton::kStop : HangUpButton::kEraser;
+  buttons.hangUp = mode == kHangUpStop ? HangUpButton::kStop : HangUpButton::kEraser;
   buttons.hangUpEnabled = enabled;
   ShowLines();
 }

@@ -55,7 +55,6 @@ class MainDisplay : public CallDisplay {
   void ChangeDisplayData(const std::string& idleText) override;
   void DisplayWidth() override;
   void ButtonEnableBell(int line, bool enabled) override;
-  // mode 1: the stop button, for a call that can be refused; 2: the eraser.
   void ButtonEnableHangUp(int line, int mode, bool enabled) override;
   void MarkBlocked(std::int32_t PLCI, const std::string& reason) override;
 
