@@ -75,8 +75,8 @@ void BarLine::Show(const DisplayLine& line) {
   setAccessibleName(ToQString(line.time.empty() ? line.text : line.time + " " + line.text));
   setAccessibleDescription(ToQString(line.tip));
   if (hasNewLogo) ShowLogo();
-  logo_->setToolTip(line.isRefused ? ToTip(line.blockReason) : QString());
-  logo_->setAccessibleName(ToQString(line.isRefused ? line.blockReason : line.caller));
+  logo_->setToolTip(line.blockReason.empty() ? QString() : ToTip(line.blockReason));
+  logo_->setAccessibleName(ToQString(line.blockReason.empty() ? line.caller : line.blockReason));
   ShowButtons();
   PlaceParts();
   update();

@@ -209,7 +209,7 @@ void MainDisplay::ReturnFromBook(std::size_t line) {
 }
 
 // An idle line has no party, no buttons, and the clock in its time field.
-void MainDisplay::ShowIdle(std::size_t line, const std::string& text) {
+void MainDisplay::ShowIdle(std::size_t line, std::string text) {
   Row& row = rows_[line];
   row = Row{};
   row.shown.text = text;
@@ -243,11 +243,15 @@ void MainDisplay::DisplayCallerUpdateByNumber(const std::string& number, const s
 
 void MainDisplay::DisplayCallerUpdateWithBook() {
   Trapped("fMain.DisplayCallerUpdateWithBook", [&] {
-    for (Row& row : rows_) {
-      if (!row.record || row.record->DataNumber().empty()) continue;
+    for (std::size_t line = 0; line < rows_.size(); ++line) {
+      const auto record = rows_[line].record;
+      if (!record || record->DataNumber().empty()) continue;
       // A miss empties what it is asked for: the line keeps what it has.
-      oDataCall found(*row.record);
+      oDataCall found(*record);
       if (ports_.book.GetNumberData(found, false, false) != 1) continue;
+      // The book may have let the loop run, and the lines may be others now.
+      if (line >= rows_.size() || rows_[line].record != record) break;
+      Row& row = rows_[line];
       row.record->NameMode = 1;
       row.isFound = false;
       row.record->Name(found.Name());

@@ -104,7 +104,7 @@ class MainDisplay : public CallDisplay {
   void ShowCall(Row& row);
   void ShowColors(Row& row);
   void Announce(Row& row);
-  void ShowIdle(std::size_t line, const std::string& text);
+  void ShowIdle(std::size_t line, std::string text);  // a copy: it may be the line's own
   bool IsActive(const oDataCall& record) const;
   std::string PartyView(const oDataCall& record) const;
   void ShowLines();

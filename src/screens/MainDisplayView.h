@@ -25,7 +25,7 @@ struct DisplayLine {
   Rgb textColor = 0;
   std::string logo;            // real path of the picture; empty: none
   bool isBlockMarked = false;  // the picture of a blocked call stands in place of the logo
-  std::string blockReason;     // the logo's tip on a refused call
+  std::string blockReason;     // the logo's tip on a refused call; else empty
   bool bellEnabled = false;
   HangUpButton hangUp = HangUpButton::kNone;
   bool hangUpEnabled = false;
