@@ -16,6 +16,12 @@ constexpr int kEnd = 2;
 constexpr int kFewestLines = 2;
 constexpr int kMostLines = 5;
 
+// What can be dialled: nothing else gets into the message that is forged.
+std::string Dialled(std::string text) {
+  std::erase_if(text, [](char c) { return std::string_view("0123456789*#").find(c) == std::string_view::npos; });
+  return text;
+}
+
 }  // namespace
 
 void fSimulation::Form_Load() {
@@ -66,7 +72,7 @@ int fSimulation::FreeSlot() const {
   return -1;
 }
 
-bool fSimulation::cmdSim_Click(const std::string& number, const std::string& MSN, bool isNational) {
+bool fSimulation::cmdSim_Click(const std::string& typed, const std::string& MSN, bool isNational) {
   return Trapped(
       "fSimulation.cmdSim_Click",
       [&] {
@@ -75,7 +81,8 @@ bool fSimulation::cmdSim_Click(const std::string& number, const std::string& MSN
         const auto& general = ports_.settings.General;
         // Only a driver puts a prefix of its own in front; a router and a server write numbers as they are dialled.
         const std::string prefix = general.CallMode_CAPI || !general.myVWOP.empty() ? general.myVWOP : "0";
-        Call call{number, MSN, free};
+        const std::string number = Dialled(typed);
+        Call call{number, Dialled(MSN), free};
         std::string label = UnknownNumberWord();
         if (!number.empty() && number.size() <= static_cast<std::size_t>(general.TKnum)) {
           label = number + " (" + LoadLangKey("Simulation_String_Internal", "interne Nummer"_ansi) + ")";
@@ -88,7 +95,7 @@ bool fSimulation::cmdSim_Click(const std::string& number, const std::string& MSN
         Forge(call);
         return true;
       },
-      number, MSN);
+      typed, MSN);
 }
 
 void fSimulation::Forge(const Call& call) {

@@ -57,9 +57,9 @@ class fSimulation : public SimulationWindow {
   // The own number that is proposed: the first of the table that has one.
   std::string ProposedMSN();
 
-  // Rings: `number` as typed behind the prefix, which is that of a national or of a foreign call. False when all lines
-  // are in use.
-  bool cmdSim_Click(const std::string& number, const std::string& MSN, bool isNational);
+  // Rings: a number as typed behind the prefix, which is that of a national or of a foreign call; what cannot be
+  // dialled is left out. False when all lines are in use.
+  bool cmdSim_Click(const std::string& typed, const std::string& MSN, bool isNational);
   // How many calls there can be at a time.
   int Lines() const;
   // Whether a further call can be made.

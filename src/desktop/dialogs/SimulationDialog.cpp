@@ -15,7 +15,6 @@
 namespace vorlix {
 namespace {
 
-// What can be dialled: nothing else gets into the message that is forged.
 QValidator* DialledOnly(QObject* parent) {
   return new QRegularExpressionValidator(QRegularExpression("[0-9*#]*"), parent);
 }
