@@ -1,5 +1,6 @@
 // Where calls come from, put together: router, NCID server, CAPI driver, the simulation of all three, and the service
-// that may hold the driver. Members stand in the order in which they depend on each other.
+// that may hold the driver. Members stand in the order in which they depend on each other; who names the simulation,
+// which needs them all, uses it only once the program runs.
 #pragma once
 
 #include "app/KnownNumbers.h"

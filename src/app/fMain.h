@@ -1,5 +1,6 @@
 // The composition root: owns every part of the program and knows who talks to whom. Members stand in the order in which
-// they depend on each other. What happens is elsewhere: the start in core/StartUp, the end in core/ShutDown, a call in
+// they depend on each other; where two need each other, the earlier keeps a reference to the later and uses it only
+// once the program runs. What happens is elsewhere: the start in core/StartUp, the end in core/ShutDown, a call in
 // core/CallPipeline.
 #pragma once
 

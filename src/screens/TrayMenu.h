@@ -69,7 +69,7 @@ class TrayMenu {
 
 // What the about box says; lines end with CR LF.
 struct AboutFacts {
-  std::string version;  // "Vorlix 3.0.0"
+  std::string version;  // "Vorlix v3.00"
   std::string dataFolder;
   LineStates lines;
   std::string toolkit;  // "Qt 6.4.2"; empty without one

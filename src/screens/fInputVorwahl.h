@@ -66,7 +66,7 @@ class fInputVorwahl : public PrefixInput {
   // All ports must outlive the object.
   explicit fInputVorwahl(Ports ports) : ports_(std::move(ports)) {}
 
-  // Usable codes: digits without the zeros that are dialled in front of them.
+  // Usable codes: digits, the country code without the "00" in front of it, the area code without its "0".
   static bool CheckData(const std::string& myVWL, const std::string& myVWO);
 
   void Open() override;
