@@ -42,7 +42,6 @@ class DisplayTray : public TrayBalloon, public CallWatch {
 
   // The user has looked at the missed calls.
   void MissedSeen();
-  bool HasMissed() const { return hasMissed_; }
   // The user closed the balloon.
   void BalloonDismissed();
 

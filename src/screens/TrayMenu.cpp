@@ -1,5 +1,7 @@
 #include "screens/TrayMenu.h"
 
+#include <utility>
+
 #include "screens/display_texts.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
@@ -36,22 +38,27 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 std::vector<MenuItem> TrayMenu::Items() const {
-  std::vector<MenuItem> items;
-  bool beginsGroup = false;
-  for (const CommandRow& row : kCommands) {
-    // The separator of a group whose first commands are not there stands before the first that is.
-    beginsGroup = beginsGroup || row.beginsGroup;
-    if (!IsThere(row.command)) continue;
-    const bool* mark = Mark(row.command);
-    items.push_back({.command = row.command,
-                     .text = LoadLangKey(row.key, row.text),
-                     .isCheckable = mark != nullptr,
-                     .isChecked = mark != nullptr && *mark,
-                     .isEnabled = IsEnabled(row.command),
-                     .beginsGroup = beginsGroup && !items.empty()});
-    beginsGroup = false;
-  }
-  return items;
+  return Trapped("TrayMenu.Items", [&] {
+    std::vector<MenuItem> items;
+    bool beginsGroup = false;
+    for (const CommandRow& row : kCommands) {
+      // The separator of a group whose first commands are not there stands before the first that is.
+      beginsGroup = beginsGroup || row.beginsGroup;
+      if (!IsThere(row.command)) continue;
+      items.push_back(ItemOf(row.command, LoadLangKey(row.key, row.text)));
+      items.back().beginsGroup = std::exchange(beginsGroup, false) && items.size() > 1;
+    }
+    return items;
+  });
+}
+
+MenuItem TrayMenu::ItemOf(MenuCommand command, const std::string& text) const {
+  const bool* mark = Mark(command);
+  return {.command = command,
+          .text = text,
+          .isCheckable = mark != nullptr,
+          .isChecked = mark != nullptr && *mark,
+          .isEnabled = IsEnabled(command)};
 }
 
 void TrayMenu::Run(MenuCommand command) {

@@ -59,6 +59,7 @@ class TrayMenu {
   void Run(MenuCommand command);
 
  private:
+  MenuItem ItemOf(MenuCommand command, const std::string& text) const;
   const bool* Mark(MenuCommand command) const;
   bool IsThere(MenuCommand command) const;
   bool IsEnabled(MenuCommand command) const;

@@ -41,10 +41,6 @@ void fDisplayMaxi::Show() {
   ports_.window.Show(content_);
 }
 
-void fDisplayMaxi::LookChanged() {
-  if (isVisible_ && content_.look != LookOf(ports_.settings)) Show();
-}
-
 void fDisplayMaxi::Closed() {
   isOpen_ = isVisible_ = false;
   life_->SetEnabled(false);

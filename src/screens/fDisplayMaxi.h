@@ -25,8 +25,6 @@ class fDisplayMaxi : public MaxiDisplay {
 
   // Opens for a call, with `MaxiDisplayView` on and no game on the screen.
   void ShowCall(const oDataCall& call, const std::string& picture);
-  // Shows the same content in the look that the settings now say.
-  void LookChanged();
   // The user closed the window.
   void Closed();
 
