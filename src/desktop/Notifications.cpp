@@ -1,6 +1,5 @@
 #include "desktop/Notifications.h"
 
-#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -47,7 +46,7 @@ void Notifications::Show(const Balloon& balloon) {
   wanted_ = balloon;
   if (isWaiting_) {
     isStale_ = true;
-  } else if (!QDBusConnection::sessionBus().isConnected()) {
+  } else if (!bus_().isConnected()) {
     ports_.otherwise(balloon);
   } else if (!takesMarkup_) {
     AskCapabilities();
@@ -58,7 +57,7 @@ void Notifications::Show(const Balloon& balloon) {
 
 void Notifications::AskCapabilities() {
   isWaiting_ = true;
-  QDBusConnection bus = QDBusConnection::sessionBus();
+  QDBusConnection bus = bus_();
   bus.connect(kService, kPath, kService, QStringLiteral("NotificationClosed"), this, SLOT(OnClosed(uint, uint)));
   WhenDone(this, bus.asyncCall(Call("GetCapabilities")), [this](const QDBusPendingCall& call) {
     const QDBusPendingReply<QStringList> reply = call;
@@ -80,8 +79,7 @@ void Notifications::Send() {
   };
   call << QStringLiteral("Vorlix") << shown_ << icon_ << ToQString(wanted_->title)
        << BodyOf(*wanted_, takesMarkup_.value_or(false)) << QStringList() << hints << wanted_->seconds * 1000;
-  WhenDone(this, QDBusConnection::sessionBus().asyncCall(call),
-           [this](const QDBusPendingCall& answer) { Sent(answer); });
+  WhenDone(this, bus_().asyncCall(call), [this](const QDBusPendingCall& answer) { Sent(answer); });
 }
 
 void Notifications::Sent(const QDBusPendingCall& call) {
@@ -102,7 +100,7 @@ void Notifications::CloseShown() {
   if (shown_ == 0) return;
   QDBusMessage call = Call("CloseNotification");
   call << std::exchange(shown_, 0);
-  QDBusConnection::sessionBus().send(call);
+  bus_().send(call);
 }
 
 void Notifications::OnClosed(uint id, uint) {

@@ -2,6 +2,7 @@
 // asynchronous: a desktop that is slow to answer holds nothing up. What it cannot show goes to `otherwise`.
 #pragma once
 
+#include <QDBusConnection>
 #include <QObject>
 #include <QString>
 #include <functional>
@@ -22,9 +23,12 @@ class Notifications : public QObject {
     std::function<void()> dismissed;  // it is gone, and not by Close()
     std::function<void(const Balloon&)> otherwise;
   };
+  // Asked for with the first balloon: who shows none has no connection.
+  using Bus = QDBusConnection (*)();
 
   // The icon is a real path.
-  Notifications(Ports ports, QString icon) : ports_(std::move(ports)), icon_(std::move(icon)) {}
+  Notifications(Ports ports, QString icon, Bus bus = &QDBusConnection::sessionBus)
+      : ports_(std::move(ports)), icon_(std::move(icon)), bus_(bus) {}
   ~Notifications() override;
 
   // Takes the place of the one before.
@@ -42,6 +46,7 @@ class Notifications : public QObject {
 
   Ports ports_;
   QString icon_;
+  Bus bus_;
   std::optional<Balloon> wanted_;
   std::optional<bool> takesMarkup_;  // nothing: the service was not asked yet
   uint shown_ = 0;                   // the service's number; 0: none

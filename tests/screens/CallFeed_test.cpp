@@ -116,6 +116,7 @@ TEST_F(CallFeedTest, AnIdThatIsUsedAgainIsANewCall) {
 TEST_F(CallFeedTest, NothingFromTheNetworkCanCommandTheTerminal) {
   Ring(0, "01\x1B[2J\r71");
   screen.display.DisplayUpdate(true);
+  ASSERT_FALSE(lines.empty());
   for (const std::string& line : lines) {
     EXPECT_EQ(line.find_first_of("\x1B\r\n"), std::string::npos);
   }
