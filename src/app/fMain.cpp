@@ -142,6 +142,7 @@ CallerDisplay::Ports fMain::DisplayPorts() {
           timers_,
           settings_,
           state_,
+          known_.ownNumbers,
           sourceStates_,
           known_.book,
           known_.blocking,
@@ -163,6 +164,7 @@ CallerDisplay::Ports fMain::DisplayPorts() {
 std::vector<CallWatch*> fMain::Watchers() {
   std::vector<CallWatch*> watchers = system_.screen.Watchers();
   watchers.push_back(&display_.tray);
+  watchers.push_back(&display_.hiding);
   return watchers;
 }
 

@@ -22,6 +22,7 @@ struct CallerDisplay {
     MainTimers& timers;
     Settings& settings;
     PipelineState& state;
+    OwnNumbers& ownNumbers;
     const LineStateSource& lines;
     PhoneBook& book;
     Blocking& blocking;
@@ -45,6 +46,7 @@ struct CallerDisplay {
   CallerDisplay(Views views, const Ports& ports);
 
   Skin skin;
+  ShownCalls calls;
   GameDetection games;
   DisplayTray tray;
   fDisplayMaxi maxi;

@@ -70,8 +70,7 @@ void DisplayClicks::BellClick() {
   Trapped("fMain.BellClick", [&] {
     ports_.timers.tmSoundRepeat->SetEnabled(false);
     if (ports_.stopSound) ports_.stopSound();
-    for (std::size_t line = 0; line < ports_.display.LineCount(); ++line)
-      ports_.display.ButtonEnableBell(static_cast<int>(line), false);
+    ports_.display.ButtonDisableBells();
   });
 }
 

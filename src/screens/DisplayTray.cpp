@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "screens/active_calls.h"
 #include "screens/display_texts.h"
 #include "services/clsErrorHandling.h"
 #include "services/text.h"
@@ -19,11 +18,12 @@ void DisplayTray::ShowIdle(const std::string& text) {
   SetTip(text);
 }
 
-void DisplayTray::ShowCall(const oDataCall& call) {
+void DisplayTray::ShowCall(const oDataCall& call, bool isNews) {
   Trapped("DisplayTray.ShowCall", [&] {
     std::string title, text;
     SetBaloonInfoCall(call, ports_.alertText ? ports_.alertText(call) : std::string(), title, text);
     if (!ports_.settings.General.AsBaloon || ports_.games.fAnzeigeVerboten()) return SetTip(text);
+    if (!isNews) return;
     Open({title, text, ports_.settings.General.HideTimeTray,
           call.Blocked ? BalloonUrgency::kLow : BalloonUrgency::kCritical});
   });
@@ -66,13 +66,13 @@ void DisplayTray::Refresh() {
 }
 
 void DisplayTray::NoteRinging() {
-  for (const auto& call : ActiveCalls(ports_.state)) {
+  for (const auto& call : ports_.calls.Read()) {
     if (call->Active) rang_.insert(call->PLCI);
   }
 }
 
 TrayIcon DisplayTray::Icon() const {
-  const auto calls = ActiveCalls(ports_.state);
+  const auto calls = ports_.calls.Read();
   if (std::ranges::any_of(calls, [](const auto& call) { return call->Active; })) return TrayIcon::kRinging;
   if (ports_.lines.Read().IsLineLost()) return TrayIcon::kLineLost;
   return hasMissed_ ? TrayIcon::kMissed : TrayIcon::kIdle;

@@ -15,6 +15,7 @@
 #include "screens/GameDetection.h"
 #include "screens/LineStates.h"
 #include "screens/MainDisplayView.h"
+#include "screens/ShownCalls.h"
 
 namespace vorlix {
 
@@ -24,7 +25,7 @@ class DisplayTray : public TrayBalloon, public CallWatch {
     TrayView& view;
     MessageLoop& loop;
     const Settings& settings;
-    const PipelineState& state;
+    const ShownCalls& calls;
     const LineStateSource& lines;
     const GameDetection& games;
     std::function<std::string(const oDataCall&)> alertText;  // the caller's dates that are due; may be empty
@@ -35,8 +36,8 @@ class DisplayTray : public TrayBalloon, public CallWatch {
 
   // The idle text is the tray's tip.
   void ShowIdle(const std::string& text);
-  // Opens the balloon of a call with `AsBaloon`, or makes its text the tray's tip.
-  void ShowCall(const oDataCall& call);
+  // Makes the call's text the tray's tip, or opens its balloon with `AsBaloon`: once, when it is news.
+  void ShowCall(const oDataCall& call, bool isNews);
   // The icon anew, after the calls or lines changed.
   void Refresh();
 

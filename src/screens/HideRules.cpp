@@ -8,6 +8,8 @@
 namespace vorlix {
 namespace {
 
+constexpr int kShortestPause = 1;  // seconds
+
 // A timer cannot tick after no time at all: 0 seconds mean at once.
 std::chrono::milliseconds Seconds(int seconds) {
   return std::max<std::chrono::milliseconds>(std::chrono::seconds(seconds), std::chrono::milliseconds(1));
@@ -34,7 +36,7 @@ void HideRules::DisplayResize() {
     const auto& general = ports_.settings.General;
     const bool popsUp = !general.SilentMode && !general.AsBaloon;
     if (HiddenPlace() == BarPlace::kShown || (HasActiveCalls() && popsUp)) MoveTo(BarPlace::kShown);
-    if (!HasActiveCalls()) StartAutoReset();
+    GoBackToIdle();
     if (!HasActiveCalls() || general.HideAllw) StartHiding();
   });
 }
@@ -51,12 +53,21 @@ void HideRules::MouseLeft() {
 
 void HideRules::Toggle() {
   MoveTo(place_ == BarPlace::kShown ? HiddenPlace() : BarPlace::kShown);
+  MouseLeft();
 }
 
-void HideRules::HideTick() {
-  if (ports_.view.IsInUse()) return;
-  ports_.timers.tmHide->SetEnabled(false);
+void HideRules::GoBackToIdle() {
   if (!HasActiveCalls()) StartAutoReset();
+}
+
+// While somebody is at the bar it asks again, but never without pause.
+void HideRules::HideTick() {
+  if (ports_.view.IsInUse()) {
+    const auto pause = std::max(ports_.settings.General.HideTime, kShortestPause);
+    return ports_.timers.tmHide->SetInterval(std::chrono::seconds(pause));
+  }
+  ports_.timers.tmHide->SetEnabled(false);
+  GoBackToIdle();
   MoveTo(HiddenPlace());
 }
 

@@ -4,20 +4,21 @@
 
 #include <functional>
 
-#include "core/CallPipeline.h"
 #include "core/MainTimers.h"
+#include "core/call_watch.h"
 #include "data/Settings.h"
 #include "screens/MainDisplayView.h"
+#include "screens/ShownCalls.h"
 
 namespace vorlix {
 
-class HideRules {
+class HideRules : public CallWatch {
  public:
   struct Ports {
     MainDisplayView& view;
     TrayView& tray;
     const Settings& settings;
-    const PipelineState& state;
+    const ShownCalls& calls;
     MainTimers& timers;
     std::function<bool()> isCallShown;   // line 0 shows a call, not an idle text
     std::function<void()> displayReset;  // the way back to idle, by itself
@@ -37,8 +38,15 @@ class HideRules {
 
   BarPlace Place() const { return place_; }
 
+  // A call that was hidden had stopped the way back to idle as every call does.
+  void OnDialled(const oDataCall&) override {}
+  void OnAnswered(const oDataCall&) override {}
+  void OnEnded(const oDataCall&) override { GoBackToIdle(); }
+  void OnOver(std::int32_t) override { GoBackToIdle(); }
+
  private:
-  bool HasActiveCalls() const { return ports_.state.ActiveCallList.Count() > 0; }
+  bool HasActiveCalls() const { return !ports_.calls.IsEmpty(); }
+  void GoBackToIdle();
   BarPlace HiddenPlace() const;
   void HideTick();
   void AutoResetTick();

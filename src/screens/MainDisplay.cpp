@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "screens/active_calls.h"
 #include "screens/call_texts.h"
 #include "screens/display_texts.h"
 #include "services/clsErrorHandling.h"
@@ -48,6 +47,7 @@ void MainDisplay::DisplayUpdate(bool search) {
       "fMain.DisplayUpdate",
       [&] {
         if (!ports_.settings.General.SilentMode) ports_.view.BringToTop();
+        if (ports_.calls.IsEmpty() && ports_.calls.HasHidden()) return KeepEndedCall();
         TakeCalls();
         Display_NoCall(true);
         if (rows_.front().record == nullptr) return;
@@ -60,16 +60,23 @@ void MainDisplay::DisplayUpdate(bool search) {
       search);
 }
 
+// A call that nobody is to see leaves the display as it is; what stands there has come to its end.
+void MainDisplay::KeepEndedCall() {
+  Display_NoCall(true);
+  buttons_.clear();
+  if (rows_.front().record) buttons_[0] = {.bell = false, .hangUp = HangUpButton::kEraser, .hangUpEnabled = true};
+  DisplayResize();
+}
+
 // The rows anew, each with its own copy of its call. What was told of a call before is not told again; the mark of a
 // refused one, the name that a search has found and the buttons go with it.
 void MainDisplay::TakeCalls() {
   const std::vector<Row> former = std::exchange(rows_, {});
   auto formerButtons = std::exchange(buttons_, {});
-  for (const auto& call : ActiveCalls(ports_.state)) {
+  for (const auto& call : ports_.calls.Read()) {
     Row row{.record = std::make_shared<oDataCall>(*call), .shown = {}, .announced = {}};
-    const auto same = std::ranges::find_if(former, [&](const Row& old) {
-      return old.record && old.record->PLCI == call->PLCI && old.record->CallDateTime == call->CallDateTime;
-    });
+    const auto same = std::ranges::find_if(
+        former, [&](const Row& old) { return old.record && ShownCalls::IsSame(*old.record, *call); });
     if (same != former.end()) {
       Inherit(row, *same);
       const auto buttons = formerButtons.find(static_cast<std::size_t>(same - former.begin()));
@@ -93,12 +100,12 @@ void MainDisplay::Inherit(Row& row, const Row& former) {
 void MainDisplay::FillLine(std::size_t line, bool search) {
   Row& row = rows_[line];
   oDataCall& record = *row.record;
+  if (record.DataNumber().empty() && record.MSN.empty()) return ShowIdle(line, NoCallText());
   ShowCard(record);
   record.DataCallerView = row.isFound ? record.Name() : PartyView(record);
   if (record.NameMode != 1 && search && !row.isFound) StartSearch(record, line);
   // Before the texts: the large window shows the picture too.
   ChooseLogo(row);
-  if (record.DataNumber().empty() && record.MSN.empty()) record.DataCallerView = NoCallText();
   ShowCall(row);
 }
 
@@ -139,7 +146,7 @@ void MainDisplay::ShowCall(Row& row) {
   shown.isCall = true;
   shown.isRefused = record.Blocked;
   // A line that cannot refuse calls never tells that one was taken and dropped: the verdict is what there is to show.
-  if (record.Blocked) shown.isBlockMarked = true;
+  if (record.Blocked && !general.RejectedCallsDontBatch) shown.isBlockMarked = true;
   shown.PLCI = record.PLCI;
   shown.rang = record.CallDateTime;
   shown.date = general.DisplayDateHide ? std::string() : record.CallDateView();
@@ -161,13 +168,14 @@ void MainDisplay::ShowColors(Row& row) {
   row.shown.textColor = ReadableOn(row.shown.background);
 }
 
-// Once for each content: a balloon that the user has closed does not come back with every repaint.
+// What opens does so once for each content, and for no call that is over: a balloon that the user has closed does not
+// come back with every repaint.
 void MainDisplay::Announce(Row& row) {
   const oDataCall& record = *row.record;
   std::string told = record.DataCallerView + "\n" + record.Name() + "\n" + record.Address();
-  if (std::exchange(row.announced, told) == told) return;
-  ports_.tray.ShowCall(record);
-  ports_.maxi.ShowCall(record, row.shown.logo);
+  const bool isNews = std::exchange(row.announced, told) != told && ports_.calls.IsInProgress(record);
+  ports_.tray.ShowCall(record, isNews);
+  if (isNews) ports_.maxi.ShowCall(record, row.shown.logo);
 }
 
 void MainDisplay::Display_NoCall(bool showState) {
@@ -185,7 +193,7 @@ void MainDisplay::ChangeDisplayData(const std::string& idleText) {
         lineState_ = WithoutControls(idleText);
         const auto& record = rows_.front().record;
         // A caller is more than what a line has to tell of itself.
-        if (record && IsActive(*record)) return ShowLines();
+        if (record && ports_.calls.IsInProgress(*record)) return ShowLines();
         ShowIdle(0, lineState_);
       },
       idleText);
@@ -268,6 +276,7 @@ void MainDisplay::DisplayReset(bool keepWindows) {
       "fMain.DisplayReset",
       [&] {
         ports_.timers.tmClock->SetEnabled(true);
+        if (ports_.calls.IsEmpty()) rows_.assign(1, Row{});
         if (!keepWindows) {
           ports_.windows.CloseCard();
           ports_.windows.CloseNewCalls();
@@ -294,17 +303,29 @@ void MainDisplay::DisplayWidth() {
   ShowLines();
 }
 
-void MainDisplay::ButtonEnableBell(int line, bool enabled) {
-  if (line < 0) return;
-  buttons_[static_cast<std::size_t>(line)].bell = enabled;
+void MainDisplay::ButtonEnableBell(int place, bool enabled) {
+  ButtonsOf(place).bell = enabled;
   ShowLines();
 }
 
-void MainDisplay::ButtonEnableHangUp(int line, int mode, bool enabled) {
-  if (line < 0) return;
-  Buttons& buttons = buttons_[static_cast<std::size_t>(line)];
+void MainDisplay::ButtonEnableHangUp(int place, int mode, bool enabled) {
+  Buttons& buttons = ButtonsOf(place);
   buttons.hangUp = mode == kHangUpStop ? HangUpButton::kStop : HangUpButton::kEraser;
   buttons.hangUpEnabled = enabled;
+  ShowLines();
+}
+
+// Lines have other places where a call is hidden. With no call left it is the line that stays.
+MainDisplay::Buttons& MainDisplay::ButtonsOf(int place) {
+  const auto call = ports_.calls.Listed(place);
+  const auto row = std::ranges::find_if(
+      rows_, [&](const Row& one) { return call && one.record && ShownCalls::IsSame(*one.record, *call); });
+  return buttons_[row == rows_.end() ? 0 : static_cast<std::size_t>(row - rows_.begin())];
+}
+
+void MainDisplay::ButtonDisableBells() {
+  for (auto& [line, buttons] : buttons_)
+    buttons.bell = false;
   ShowLines();
 }
 
@@ -330,11 +351,6 @@ bool MainDisplay::IsCallShown() const {
   return rows_.front().record && IsCallInDisplay(rows_.front().shown.text);
 }
 
-bool MainDisplay::IsActive(const oDataCall& record) const {
-  const auto call = ports_.state.ActiveCallList.ItemByKeyAs<oDataCall>(std::to_string(record.PLCI));
-  return call && call->CallDateTime == record.CallDateTime;
-}
-
 // Only what has changed goes to the view.
 void MainDisplay::ShowLines() {
   DisplayContent content{.lines = {}, .lineState = lineState_};
@@ -342,7 +358,7 @@ void MainDisplay::ShowLines() {
     DisplayLine shown = rows_[line].shown;
     const auto buttons = buttons_.find(line);
     if (rows_[line].record) {
-      shown.isActive = IsActive(*rows_[line].record);
+      shown.isActive = ports_.calls.IsInProgress(*rows_[line].record);
       if (buttons != buttons_.end()) {
         shown.bellEnabled = buttons->second.bell;
         shown.hangUp = buttons->second.hangUp;

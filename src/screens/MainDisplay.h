@@ -15,6 +15,7 @@
 #include "screens/HideRules.h"
 #include "screens/LineStates.h"
 #include "screens/MainDisplayView.h"
+#include "screens/ShownCalls.h"
 #include "screens/display_ports.h"
 #include "screens/fDisplayMaxi.h"
 
@@ -27,7 +28,7 @@ class MainDisplay : public CallDisplay {
     const CivilClock& clock;
     const Settings& settings;
     const Skin& skin;
-    const PipelineState& state;
+    const ShownCalls& calls;
     const LineStateSource& lines;
     MainTimers& timers;
     PhoneBook& book;
@@ -54,8 +55,11 @@ class MainDisplay : public CallDisplay {
   void DisplayResize() override;
   void ChangeDisplayData(const std::string& idleText) override;
   void DisplayWidth() override;
-  void ButtonEnableBell(int line, bool enabled) override;
-  void ButtonEnableHangUp(int line, int mode, bool enabled) override;
+  // The place is the call's in the pipeline's list.
+  void ButtonEnableBell(int place, bool enabled) override;
+  void ButtonEnableHangUp(int place, int mode, bool enabled) override;
+  // No bell rings any more.
+  void ButtonDisableBells();
   void MarkBlocked(std::int32_t PLCI, const std::string& reason) override;
 
   // The idle state of line 0: the state of the sources in use, or "kein Anruf".
@@ -96,6 +100,8 @@ class MainDisplay : public CallDisplay {
   };
 
   void TakeCalls();
+  void KeepEndedCall();
+  Buttons& ButtonsOf(int place);
   static void Inherit(Row& row, const Row& former);
   void FillLine(std::size_t line, bool search);
   void ShowCard(const oDataCall& record);
@@ -105,14 +111,13 @@ class MainDisplay : public CallDisplay {
   void ShowColors(Row& row);
   void Announce(Row& row);
   void ShowIdle(std::size_t line, std::string text);  // a copy: it may be the line's own
-  bool IsActive(const oDataCall& record) const;
   std::string PartyView(const oDataCall& record) const;
   void ShowLines();
   void ClockTick();
 
   Ports ports_;
   std::vector<Row> rows_{1};
-  std::map<std::size_t, Buttons> buttons_;  // by position, where the pipeline names them
+  std::map<std::size_t, Buttons> buttons_;  // by position of the line
   std::string lineState_;
   DisplayContent content_;
 };

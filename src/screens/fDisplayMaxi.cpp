@@ -15,7 +15,7 @@ MaxiLook LookOf(const Settings& settings) {
 
 fDisplayMaxi::fDisplayMaxi(Ports ports)
     : ports_(ports), life_(ports_.loop.MakeTimer(std::chrono::seconds(1), [this] {
-        Trapped("fDisplayMaxi.LifeTick", [this] { Hide(); });
+        Trapped("fDisplayMaxi.LifeTick", [this] { TakeOff(); });
       })) {}
 
 void fDisplayMaxi::ShowCall(const oDataCall& call, const std::string& picture) {
@@ -28,6 +28,7 @@ void fDisplayMaxi::ShowCall(const oDataCall& call, const std::string& picture) {
                 .picture = picture,
                 .endMark = MaxiEndMark::kNone,
                 .look = {}};
+    shown_ = std::make_shared<oDataCall>(call);
     isOpen_ = isVisible_ = true;
     Show();
     const auto& maxi = ports_.settings.MaxiDisplay;
@@ -47,6 +48,10 @@ void fDisplayMaxi::Closed() {
 }
 
 void fDisplayMaxi::Hide() {
+  if (!GoesOn()) TakeOff();
+}
+
+void fDisplayMaxi::TakeOff() {
   life_->SetEnabled(false);
   if (!isVisible_) return;
   isVisible_ = false;
@@ -54,7 +59,7 @@ void fDisplayMaxi::Hide() {
 }
 
 void fDisplayMaxi::SetEndMark(int mark) {
-  if (!isVisible_) return;
+  if (!isVisible_ || GoesOn()) return;
   content_.endMark = static_cast<MaxiEndMark>(mark);
   Show();
 }

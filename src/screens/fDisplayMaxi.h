@@ -8,6 +8,7 @@
 #include "data/Settings.h"
 #include "screens/GameDetection.h"
 #include "screens/MainDisplayView.h"
+#include "screens/ShownCalls.h"
 
 namespace vorlix {
 
@@ -18,6 +19,7 @@ class fDisplayMaxi : public MaxiDisplay {
     MessageLoop& loop;
     const Settings& settings;
     const GameDetection& games;
+    const ShownCalls& calls;
   };
 
   // All ports must outlive the object.
@@ -31,15 +33,19 @@ class fDisplayMaxi : public MaxiDisplay {
   // It was opened once; hidden, it keeps its content.
   bool IsOpen() override { return isOpen_; }
   bool IsVisible() override { return isVisible_; }
+  // By the end of a call; when another is in the window and goes on, nothing happens.
   void Hide() override;
   void SetEndMark(int mark) override;
 
  private:
   void Show();
+  void TakeOff();
+  bool GoesOn() const { return shown_ && ports_.calls.IsInProgress(*shown_); }
 
   Ports ports_;
   std::unique_ptr<Timer> life_;
   MaxiContent content_;
+  std::shared_ptr<const oDataCall> shown_;
   bool isOpen_ = false;
   bool isVisible_ = false;
 };

@@ -146,6 +146,13 @@ class NumbersWithPlace : public PlainNumbers {
   }
 };
 
+// Own numbers that show all their calls, but for one.
+class OwnNumbersWithSwitches : public NoOwnNumbers {
+ public:
+  std::string silent;
+  bool IsMSNFunctionActiv(const std::string& MSN, int) override { return MSN != silent || silent.empty(); }
+};
+
 // `Bar` is the view under test: one that remembers, or the terminal's.
 template <class Bar>
 class DisplayRoom {
@@ -197,6 +204,7 @@ class DisplayRoom {
   Settings settings;
   PipelineState state;
   NumbersWithPlace numbers;
+  OwnNumbersWithSwitches ownNumbers;
   DisplaySurroundings world;
   modAll_MsgBox messages{world};
   NoSimulationWindow simulation;
@@ -208,6 +216,7 @@ class DisplayRoom {
                         .timers = timers,
                         .settings = settings,
                         .state = state,
+                        .ownNumbers = ownNumbers,
                         .lines = world,
                         .book = world,
                         .blocking = world,

@@ -1,6 +1,7 @@
 // The ways of showing a call beside the bar: tray icon and balloon, large window.
 #include "screens/DisplayTray.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "fakes/DisplayRoom.h"
@@ -12,6 +13,7 @@ namespace vorlix {
 namespace {
 
 using std::chrono::seconds;
+using testing::HasSubstr;
 
 class DisplayTrayTest : public testing::Test, public DisplayRoom<RecordingBar> {
  protected:
@@ -107,6 +109,23 @@ TEST_F(DisplayTrayTest, TheIconTellsWhatMattersMost) {
   EXPECT_EQ(tray.icon, TrayIcon::kIdle);
 }
 
+TEST_F(DisplayTrayTest, TheTipIsOfTheCallThatGoesOn) {
+  Ring(1, "0171555");
+  const auto second = Ring(2, "0301234");
+  EXPECT_THAT(tray.tip, HasSubstr("0301234"));
+  End(*second);
+  EXPECT_THAT(tray.tip, HasSubstr("0171555"));
+}
+
+TEST_F(DisplayTrayTest, NothingOpensForACallThatIsOver) {
+  settings.General.AsBaloon = settings.General.MaxiDisplayView = true;
+  End(*Ring(1, "0171555"));
+  screen.maxi.Hide();
+  tray.balloons.clear();
+  screen.display.DisplayCallerUpdateByNumber("0171555", "Meier", "", true);
+  EXPECT_TRUE(tray.balloons.empty() && !maxi.isOpen);
+}
+
 TEST_F(DisplayTrayTest, OnlyACallThatRangAndNobodyTookIsMissed) {
   const auto answered = Ring(1, "0171555");
   End(*answered);
@@ -155,11 +174,16 @@ TEST_F(DisplayTrayTest, TheLargeWindowShowsTheCallAndItsEnd) {
   settings.General.MaxiDisplayView = true;
   settings.MaxiDisplay.Alpha = 150;
   world.pictures["0171555"] = "/mine.jpg";
-  Ring(1, "0171555", "Meier");
+  const auto call = Ring(1, "0171555", "Meier");
   EXPECT_EQ(maxi.content.name + "|" + maxi.content.number + "|" + maxi.content.location + "|" + maxi.content.MSNAlias +
                 "|" + maxi.content.picture,
             "Meier|0171555|Ort|Praxis|/mine.jpg");
   EXPECT_EQ(maxi.content.look.alpha, 150);
+  screen.maxi.SetEndMark(2);
+  screen.maxi.Hide();
+  EXPECT_TRUE(maxi.isOpen);  // another call has ended
+  EXPECT_EQ(maxi.content.endMark, MaxiEndMark::kNone);
+  End(*call);
   screen.maxi.SetEndMark(2);
   EXPECT_EQ(maxi.content.endMark, MaxiEndMark::kBlocked);
   screen.maxi.Hide();

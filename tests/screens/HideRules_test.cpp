@@ -112,6 +112,35 @@ TEST_F(HideRulesTest, ACallThatIsOverLeavesTheDisplayByItself) {
   EXPECT_EQ(bar.place, BarPlace::kGone);
 }
 
+TEST_F(HideRulesTest, ABarThatWasCalledOutHidesAgain) {
+  Show();
+  loop.Advance(seconds(10));
+  screen.hiding.Toggle();
+  EXPECT_EQ(bar.place, BarPlace::kShown);
+  loop.Advance(seconds(10));
+  EXPECT_EQ(bar.place, BarPlace::kGone);
+}
+
+TEST_F(HideRulesTest, AHiddenCallDoesNotKeepTheLastOneOnTheDisplay) {
+  settings.General.CallReset = settings.General.RejectedCallsDontShow = true;
+  End(*Ring(1, "0171555"));
+  timers.tmDisplayAutoReset->SetEnabled(false);  // as the pipeline does at a new call
+  const auto hidden = Take(2, "0190");
+  hidden->Blocked = true;
+  state.ActiveCallList.Clear();
+  screen.hiding.OnEnded(*hidden);
+  loop.Advance(seconds(60));
+  EXPECT_FALSE(ShowsCall());
+}
+
+TEST_F(HideRulesTest, WhoIsAtTheBarIsNotAskedWithoutPause) {
+  settings.General.HideTime = 0;
+  bar.isInUse = true;
+  Show();
+  loop.Advance(std::chrono::milliseconds(1));
+  EXPECT_GE(timers.tmHide->Interval(), seconds(1));
+}
+
 TEST_F(HideRulesTest, NoTimeAtAllMeansAtOnce) {
   settings.General.HideTime = settings.General.CallResetTime = 0;
   settings.General.CallReset = true;

@@ -49,6 +49,24 @@ TEST_F(MainDisplayTest, TheSecondCallMovesUpAndAResultFindsItByItsNumber) {
   EXPECT_THAT(world.Taken(), Not(Contains("search 0301234 0")));
 }
 
+TEST_F(MainDisplayTest, ACallThatNobodyIsToSeeComesOutWithNoOther) {
+  settings.General.RejectedCallsDontShow = true;
+  ownNumbers.silent = "99";
+  Take(1, "0190")->Blocked = true;
+  Take(2, "0191")->MSN = "99";
+  Show();
+  EXPECT_FALSE(Line().isCall);
+  const auto seen = Ring(3, "0171555");
+  screen.display.ButtonEnableBell(2, true);
+  EXPECT_THAT(Texts(), ElementsAre("0171555 Ort"));
+  EXPECT_TRUE(Line().bellEnabled);
+  End(*seen);
+  EXPECT_THAT(Texts(), ElementsAre("0171555 Ort"));
+  EXPECT_TRUE(!Line().bellEnabled && Line().hangUp == HangUpButton::kEraser && Line().hangUpEnabled);
+  screen.clicks.ResetClick();
+  EXPECT_FALSE(Line().isCall);
+}
+
 TEST_F(MainDisplayTest, OfTwoCallsFromOneNumberOnlyTheFirstShowsTheResult) {
   struct Row {
     const char* number;
