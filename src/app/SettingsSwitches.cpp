@@ -66,9 +66,10 @@ LineOptions LineSettings::Read() const {
 
 LineStates SourceStates::Read() const {
   const auto& general = settings_.General;
+  // A source whose helper is missing is off for this run; that it is wanted must be seen all the same.
   return {.CAPI = {general.CallMode_CAPI, capi_.IsUp()},
-          .AVM = {general.CallMode_AVM, helpers_.IsUp(kSourceAVM)},
-          .NCID = {general.CallMode_NCID, helpers_.IsUp(kSourceNCID)}};
+          .AVM = {general.CallMode_AVM || helpers_.IsMissing(kSourceAVM), helpers_.IsUp(kSourceAVM)},
+          .NCID = {general.CallMode_NCID || helpers_.IsMissing(kSourceNCID), helpers_.IsUp(kSourceNCID)}};
 }
 
 ClockOptions ClockSettings(const Settings& settings) {

@@ -13,6 +13,9 @@ namespace {
 
 using LineType = AVM_monitor::LineType;
 
+// A router has a dozen ids; whoever invents more is none.
+constexpr std::size_t kMostOpenCalls = 256;
+
 constexpr std::array<std::pair<std::string_view, LineType>, 4> kLineTypes{{
     {"RING", LineType::kRing},
     {"CALL", LineType::kCall},
@@ -90,6 +93,10 @@ AVM_monitor::Call AVM_monitor::Opened(const Fields& fields, LineType type, const
                                       const Call& former) {
   if (former && !former->Stale && former->OpeningLine == line) return nullptr;
   if (former && former->Stale) AVMCallList_.RemoveByKeyName(former->Key);
+  if (AVMCallList_.Count() >= kMostOpenCalls) {
+    ErrorHandling().ErrorLogForceWrite("modCallFunctions_AVM.Opened", {line}, 0, "too many open calls");
+    return nullptr;
+  }
   const Call call = NewRecord(fields, type);
   call->OpeningLine = line;
   AVMCallList_.Add(call);  // an id that is still open keeps its first call
@@ -233,6 +240,13 @@ void AVM_monitor::EnterPeriod(const oRouterCall& call) {
   } else {
     ports_.records.SetCallPeriodInJournalFile(call);
   }
+}
+
+bool AVM_monitor::HasOpenCall() const {
+  return std::ranges::any_of(AVMCallList_.GetCollection(), [&](const auto& entry) {
+    const auto call = AVMCallList_.ItemByKeyAs<oRouterCall>(entry.key);
+    return call && !call->Stale;
+  });
 }
 
 void AVM_monitor::ConnectionLost() {

@@ -75,6 +75,8 @@ class AVM_monitor : public SocketSource {
   void ConnectionLost() override;
 
   const clsCollection& AVMCallList() const { return AVMCallList_; }
+  // Whether a call is under way, as far as the router has told since the connection stands.
+  bool HasOpenCall() const;
 
  private:
   using Fields = std::vector<std::string>;

@@ -30,6 +30,10 @@ class clsProcMessage {
   // Once a second.
   void TimerTick();
 
+  // The helper has sent something: in the middle of a long burst it has no time for life signs.
+  void Heard(MessageLink::Peer peer) {
+    if (peer == peer_) tickCounter_ = 0;
+  }
   // A life sign of the helper with its handle in decimal; anything else is ignored. It is answered with our own handle.
   void LifeSign(MessageLink::Peer peer, const std::string& handle);
 

@@ -36,7 +36,11 @@ bool modProcMessage::Socket_Proc_Init(int source) {
         const HelperFile* helper = FileOf(source);
         if (helper == nullptr) return false;
         const std::string path = programFolder_ + "/" + helper->file;
-        if (!ports_.files.Stat(path).IsFile()) return false;
+        missing_.erase(source);
+        if (!ports_.files.Stat(path).IsFile()) {
+          missing_.insert(source);
+          return false;
+        }
         auto& link = links_[source];
         link = std::make_unique<clsProcMessage>(ports_.link, ports_.processes, ports_.files);
         link->Init(ports_.link.Own(), source, false, path);
@@ -80,6 +84,7 @@ void modProcMessage::OnMessage(MessageLink::Peer peer, std::uint32_t word, const
     if (command == kHelperLifeSign) {
       link->second->LifeSign(peer, text);
     } else {
+      link->second->Heard(peer);
       Socket_Proc_Forwarder(*link->second, command, text);
     }
   });

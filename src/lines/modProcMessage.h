@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "core/CallPipeline.h"
@@ -42,6 +43,8 @@ class modProcMessage : public MessageLink::Receiver {
   void Socket_Proc_Terminate();
   // Whether the connection of that source stands.
   bool IsUp(int source) const;
+  // Whether its helper was wanted and is missing.
+  bool IsMissing(int source) const { return missing_.contains(source); }
   // The watchdog, once a second.
   void TimerTick();
 
@@ -57,6 +60,7 @@ class modProcMessage : public MessageLink::Receiver {
   std::string programFolder_;
   std::map<int, std::unique_ptr<clsProcMessage>> links_;
   std::map<int, SocketSource*> receivers_;
+  std::set<int> missing_;
 };
 
 }  // namespace vorlix
