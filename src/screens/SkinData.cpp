@@ -82,23 +82,36 @@ bool SkinLoader::SkinData(const std::string& name, Skin& skin, bool report) {
         const std::string fault = Load(name, loaded);
         skin = fault.empty() ? std::move(loaded) : Skin{};
         skin.name = name;
-        if (!fault.empty() && report) ports_.messages.MsgBoxLock(fault, kMsgWarning);
+        if (!fault.empty()) Tell(name, fault, report);
         return fault.empty();
       },
       name, report);
 }
 
-std::string SkinLoader::FindFolder(const std::string& name) const {
+void SkinLoader::Tell(const std::string& name, const std::string& fault, bool report) {
+  if (report) {
+    ports_.messages.MsgBoxLock(fault, kMsgWarning);
+  } else {
+    ErrorHandling().ErrorLogForceWrite("modSettings.SkinData", {name}, 0, WithoutControls(fault));
+  }
+}
+
+// The name is typed by hand: its case does not matter.
+std::string SkinLoader::FindFolder(std::string& name) const {
   if (!IsUsable(name)) return {};
   for (const std::string_view place : kPlaces) {
-    std::string folder = ports_.folders.GetMainPath(std::string(place) + name + "\\");
-    if (ports_.files.Stat(FileOf(folder, name)).IsFile()) return folder;
+    const std::string parent = ports_.folders.GetMainPath(place);
+    for (const std::string& entry : ports_.files.List(parent)) {
+      if (!EqualNoCase(entry, name) || !ports_.files.Stat(FileOf(parent + entry + "/", entry)).IsFile()) continue;
+      name = entry;
+      return parent + entry + "/";
+    }
   }
   return {};
 }
 
 // The lines of the fault text; empty for a whole skin.
-std::string SkinLoader::Load(const std::string& name, Skin& skin) const {
+std::string SkinLoader::Load(std::string name, Skin& skin) const {
   const std::string folder = FindFolder(name);
   std::string text;
   if (folder.empty() || !ports_.files.Read(FileOf(folder, name), text)) {

@@ -26,13 +26,14 @@ class SkinLoader {
   // All ports must outlive the object.
   explicit SkinLoader(Ports ports) : ports_(ports) {}
 
-  // With `report` a box lists all that is missing; without, the fault only has its fallback. False for the neutral
-  // look.
+  // With `report` a box lists all that is missing; without, the fault has its fallback and a line of the error log.
+  // False for the neutral look.
   bool SkinData(const std::string& name, Skin& skin, bool report);
 
  private:
-  std::string FindFolder(const std::string& name) const;
-  std::string Load(const std::string& name, Skin& skin) const;
+  std::string FindFolder(std::string& name) const;
+  std::string Load(std::string name, Skin& skin) const;
+  void Tell(const std::string& name, const std::string& fault, bool report);
 
   Ports ports_;
 };

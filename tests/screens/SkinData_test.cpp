@@ -50,7 +50,7 @@ TEST_F(SkinDataTest, TheUsersOwnFolderComesFirst) {
   EXPECT_EQ(skin.colorMainBack, 0x636563U);
   EXPECT_EQ(skin.colorTextBack, 0x090A0BU);
   AddSkin(kOwn, "Default", "colorText=aabbcc");
-  EXPECT_TRUE(Load("Default"));
+  EXPECT_TRUE(Load("dEFAULT"));
   EXPECT_EQ(skin.Picture("nobody"), kOwn + "Default/nobody.jpg");
   EXPECT_EQ(skin.colorText, 0xAABBCCU);
 }
