@@ -1,29 +1,15 @@
 // The lines of an NCID server, one after the other.
 #include "check.h"
-#include "core/null_ports.h"
-#include "fakes/FakeClock.h"
-#include "fakes/LineFakes.h"
-#include "fakes/MemoryLogStore.h"
-#include "lines/NCID_monitor.h"
+#include "fakes/SocketLines.h"
 #include "services/text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace vorlix;
-  fakes::Tape tape;
-  FakeClock clock;
-  MemoryLogStore logs;
-  fakes::FixedLineSwitches switches;
-  switches.options.DebugNCID = true;
-  fakes::TapedEvents events{tape};
-  PlainNumbers numbers;
-  fakes::FewOwnNumbers ownNumbers;
-  NoPrefixInput prefixInput;
-  NoSimulationWindow simulation;
-  fakes::TapedWatch watch{tape};
-  NCID_monitor monitor{{clock, logs, switches, events, numbers, ownNumbers, prefixInput, simulation, watch}};
+  fakes::NcidLine ncid;
+  ncid.switches.options.DebugNCID = true;
   for (const std::string& line : Split(fuzz::Text(data, size), "\n"))
-    monitor.NCID_GetMessage(line, false);
-  for (const std::string& entry : tape)
+    ncid.monitor.NCID_GetMessage(line, false);
+  for (const std::string& entry : ncid.tape)
     fuzz::Check(WithoutControls(entry) == entry, "no control character goes beyond the line");
   return 0;
 }

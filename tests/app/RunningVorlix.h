@@ -1,6 +1,7 @@
 // The built program with its helper in a data folder of its own, as a test drives it: output read through a pipe.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <fcntl.h>
@@ -16,11 +17,12 @@
 #include <unistd.h>
 #include <vector>
 
+#include <gtest/gtest.h>
+
+#include "TestRouter.h"
 #include "fakes/TemporaryFolder.h"
 
 namespace vorlix {
-
-using TempFolder = TemporaryFolder;
 
 inline std::string FileText(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
@@ -42,20 +44,28 @@ inline std::string WithoutNow(const std::string& journal) {
   return std::regex_replace(journal, std::regex(std::string(today) + "\t\\d\\d:\\d\\d:\\d\\d\t"), "<now>\t");
 }
 
+// Journal lines of an incoming call as WithoutNow() leaves them, and of one that was dialled at a date and time.
+inline std::string Incoming(const std::string& number, const std::string& MSN, int seconds = 0) {
+  return "<now>\t" + number + "\t" + MSN + "\t0\t16\t1\t\t0\t" + std::to_string(seconds) + "\r\n";
+}
+inline std::string Outgoing(const std::string& moment, const std::string& number, const std::string& MSN,
+                            int seconds = 0) {
+  return moment.substr(0, 10) + "\t" + moment.substr(11) + "\t" + number + "\t" + MSN + "\t0\t16\t1\t\t1\t" +
+         std::to_string(seconds) + "\r\n";
+}
+
+// The settings of a person with a router, or a server of the other protocol, on the loopback address.
+inline void WriteSettings(const std::string& folder, int port, bool isNcid = false) {
+  WriteFile(
+      folder + "/data/Vorlix.ini",
+      "[Vorlix-Version]\r\nVersion=v3.00\r\n[General]\r\nCallMode_CAPI=0\r\nmyVWL=49\r\nmyVWO=30\r\n" +
+          std::string(isNcid ? "CallMode_NCID=1\r\nDebugNCID=1\r\n" : "CallMode_AVM=1\r\nAVM_SaveOutgoingCalls=1\r\n"));
+  WriteFile(folder + (isNcid ? "/data/sett_socketncid.ini" : "/data/sett_socketavm.ini"),
+            (isNcid ? "[NCID]" : "[FritzBox]") + std::string("\r\nHost=127.0.0.1\r\nPort=") + std::to_string(port));
+}
+
 class RunningVorlix {
  public:
-  using Seconds = std::chrono::seconds;
-
-  // The settings of a person with a router on the loopback address.
-  static void WriteSettings(const std::string& folder, int port, const std::string& more = {}) {
-    WriteFile(folder + "/data/Vorlix.ini",
-              "[Vorlix-Version]\r\nVersion=v3.00\r\n[General]\r\nCallMode_CAPI=0\r\nCallMode_AVM=1\r\n"
-              "AVM_SaveOutgoingCalls=1\r\nmyVWL=49\r\nmyVWO=30\r\n" +
-                  more);
-    WriteFile(folder + "/data/sett_socketavm.ini",
-              "[FritzBox]\r\nHost=127.0.0.1\r\nPort=" + std::to_string(port) + "\r\n");
-  }
-
   explicit RunningVorlix(const std::string& folder, std::vector<std::string> words = {}) : folder_(folder) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0) return;
@@ -64,9 +74,8 @@ class RunningVorlix {
     pid_ = fork();
     if (pid_ == 0) {
       std::vector<char*> pointers;
-      for (std::string& argument : arguments) {
+      for (std::string& argument : arguments)
         pointers.push_back(argument.data());
-      }
       pointers.push_back(nullptr);
       const int nothing = open("/dev/null", O_RDONLY);
       dup2(nothing, 0);
@@ -80,15 +89,12 @@ class RunningVorlix {
   }
   ~RunningVorlix() {
     if (pid_ > 0) Kill();
-    for (const pid_t helper : Helpers()) {
+    for (const pid_t helper : Helpers())
       kill(helper, SIGKILL);
-    }
     close(output_);
   }
   RunningVorlix(const RunningVorlix&) = delete;
   RunningVorlix& operator=(const RunningVorlix&) = delete;
-
-  pid_t Pid() const { return pid_; }
 
   // Everything the program has printed so far.
   const std::string& Output() {
@@ -98,8 +104,8 @@ class RunningVorlix {
     }
     return text_;
   }
-  bool WaitFor(const std::function<bool()>& reached, Seconds limit = Seconds(30)) {
-    const auto end = std::chrono::steady_clock::now() + limit;
+  bool WaitFor(const std::function<bool()>& reached) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!reached()) {
       if (std::chrono::steady_clock::now() > end) return false;
       pollfd wanted{output_, POLLIN, 0};
@@ -112,15 +118,19 @@ class RunningVorlix {
   bool Shows(const std::string& text, int times = 1) {
     return WaitFor([&] {
       int found = 0;
-      for (auto at = Output().find(text); at != std::string::npos; at = text_.find(text, at + text.size())) {
+      for (auto at = Output().find(text); at != std::string::npos; at = text_.find(text, at + text.size()))
         ++found;
-      }
       return found >= times;
     });
   }
 
-  std::string JournalPath() const { return folder_ + "/data/Vorlixjournal.txt"; }
-  std::string Journal() const { return FileText(JournalPath()); }
+  std::string Journal() const { return FileText(folder_ + "/data/Vorlixjournal.txt"); }
+  // The journal in front of its last line, which must be that one.
+  std::string JournalBefore(const std::string& last) const {
+    const std::string journal = WithoutNow(Journal());
+    EXPECT_TRUE(journal.ends_with(last)) << journal;
+    return journal.substr(0, journal.size() - std::min(last.size(), journal.size()));
+  }
   bool JournalHas(const std::string& text) {
     return WaitFor([&] { return Journal().find(text) != std::string::npos; });
   }
@@ -138,22 +148,17 @@ class RunningVorlix {
     return found;
   }
 
-  // Sends the signal and gives the exit code; -1 when the program was ended by a signal or does not end.
+  // Sends the signal and gives the exit code.
   int End(int signal = SIGTERM) {
     kill(pid_, signal);
+    return ExitCode();
+  }
+  // Waits until the program has ended by itself; -1 when it was ended by a signal or does not end.
+  int ExitCode() {
     int status = 0;
-    const bool ended = WaitFor([&] { return waitpid(pid_, &status, WNOHANG) == pid_; });
-    if (!ended) return -1;
+    if (!WaitFor([&] { return waitpid(pid_, &status, WNOHANG) == pid_; })) return -1;
     pid_ = 0;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-  // True when the program has ended by itself; its exit code is then in `code`.
-  bool EndsItself(int& code) {
-    int status = 0;
-    if (!WaitFor([&] { return waitpid(pid_, &status, WNOHANG) == pid_; })) return false;
-    pid_ = 0;
-    code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return true;
   }
   void Kill() {
     kill(pid_, SIGKILL);
@@ -166,6 +171,25 @@ class RunningVorlix {
   pid_t pid_ = 0;
   int output_ = -1;
   std::string text_;
+};
+
+// A program whose helper has found its server.
+class ConnectedVorlix : public RunningVorlix {
+ public:
+  ConnectedVorlix(const std::string& folder, TestRouter& router, const std::string& up = "AVM OK")
+      : RunningVorlix(folder), router_(router), up_(up) {
+    Connect();
+  }
+  // Waits for the helper for the first time, or once more.
+  void Connect() { EXPECT_TRUE(router_.WaitForClient() && Shows(up_, ++times_)) << Output(); }
+  bool HelpersLeave() {
+    return WaitFor([this] { return Helpers().empty(); });
+  }
+
+ private:
+  TestRouter& router_;
+  std::string up_;
+  int times_ = 0;
 };
 
 }  // namespace vorlix

@@ -2,7 +2,6 @@
 #include <pty.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "RunningVorlix.h"
 #include "app/SystemFolders.h"
@@ -39,11 +38,9 @@ TEST(StartRefused, WithoutAnEndpointTheProgramSaysWhyAndFails) {
   const TemporaryFolder folder;
   const TemporaryVariable tooLong("XDG_RUNTIME_DIR", folder.Path() + std::string(100, '/'));
   RunningVorlix program(folder.Path());
-  int status = -1;
-  ASSERT_TRUE(program.EndsItself(status));
-  EXPECT_EQ(status, 1);
+  EXPECT_EQ(program.ExitCode(), 1);
   EXPECT_THAT(program.Output(), HasSubstr("kann nicht angelegt werden"));
-  EXPECT_THAT(FileText(folder.Path() + "/log/error.log"), HasSubstr("File name too long"));
+  EXPECT_THAT(FileText(folder / "log/error.log"), HasSubstr("File name too long"));
 }
 
 TEST(StartRefused, ASignalEndsTheQuestionsOfAFirstStartAndNothingIsWritten) {
@@ -56,7 +53,7 @@ TEST(StartRefused, ASignalEndsTheQuestionsOfAFirstStartAndNothingIsWritten) {
   }
   std::string shown;
   char byte = 0;
-  while (shown.find("[1]") == std::string::npos && read(terminal, &byte, 1) == 1)
+  while (!shown.ends_with("[1]") && read(terminal, &byte, 1) == 1)
     shown += byte;
   ASSERT_EQ(write(terminal, "\x03", 1), 1);  // Ctrl-C
   while (read(terminal, &byte, 1) == 1)

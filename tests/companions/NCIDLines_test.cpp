@@ -25,27 +25,17 @@ std::string CallOf(const std::string& line) {
 
 TEST(NCIDLines, AnnouncementsOfCallsAreHandedOverAndNothingElse) {
   const std::string rest = " *DATE*11212026*TIME*0220*LINE*GW0*NMBR*03012345*MESG*NONE*NAME*Caller*";
-  for (const char* label : {"CID:", "PID:", "RID:"}) {
+  for (const char* label : {"CID:", "PID:", "RID:"})
     EXPECT_THAT(NCIDLinesToHandOver(label + rest), ElementsAre(label + rest));
-  }
-  // A second call on a busy line: there is one at a time, so the first ends.
+  // A second call on a busy line: there is one at a time, so the first ends. One that was hung up is over at once.
   EXPECT_THAT(NCIDLinesToHandOver("WID:" + rest), ElementsAre("HUP", "WID:" + rest));
-  for (const char* label : {"CIDLOG:", "HUPLOG:", "PIDLOG:", "OUT:", "OUTLOG:", "BLK:", "BLKLOG:", "PUT:", "END:",
-                            "ENDLOG:", "CIDINFO:", "MSG:", "NOT:", "RLY:", "LOG:", "cid:", " CID:", "xCID:", "CID"}) {
+  EXPECT_THAT(NCIDLinesToHandOver("HUP:" + rest), ElementsAre("HUP", "HUP:" + rest, "HUP"));
+  for (const char* label : {"CIDLOG:", "HUPLOG:", "OUT:", "BLK:", "PUT:", "END:", "CIDINFO:", "MSG:", "NOT:", "LOG:",
+                            "cid:", " CID:", "xCID:", "CID", "200 Server:", "MSG: CID:", ":", ""}) {
     EXPECT_THAT(NCIDLinesToHandOver(label + rest), IsEmpty()) << label;
   }
-  for (const char* line :
-       {"200 Server: ncidd (NCID) 1.6", "210 API: 1.5 Feature Set 1 2 3 4 5", "300 End of connection startup",
-        "200 NCID Server:  ARC_ncidd 0.01", "OPT: LineIDs: \"POTS\"", "MSG: ring *NMBR*030* me", "CID:", "CID: text",
-        "CID: *", "CID: * *TEXT*030*", "", ":", "*NMBR*030*"}) {
+  for (const char* line : {"CID:", "CID: text", "CID: *", "CID: * *TEXT*030*", "HUP: text", "", ":"})
     EXPECT_THAT(NCIDLinesToHandOver(line), IsEmpty()) << line;
-  }
-}
-
-TEST(NCIDLines, ACallThatTheServerHungUpStandsBetweenTwoEnds) {
-  const std::string line = "HUP: *DATE*06062014*TIME*1222*LINE*620*NMBR*0301*MESG*NONE*NAME*Mobilteil 1*";
-  EXPECT_THAT(NCIDLinesToHandOver(line), ElementsAre("HUP", line, "HUP"));
-  EXPECT_THAT(NCIDLinesToHandOver("HUP: text"), IsEmpty());
 }
 
 TEST(NCIDLines, FieldsComeInAnyOrderWithStarsInAndBeforeThem) {
@@ -73,40 +63,31 @@ TEST(NCIDLines, FieldsComeInAnyOrderWithStarsInAndBeforeThem) {
 }
 
 TEST(NCIDLines, AWordInPlaceOfANumberIsAWithheldNumber) {
-  for (const char* word : {"PRIVATE", "ANONYMOUS", "Anonym", "OUT-OF-AREA", "NO-NUMBER", "Restricted", "RING", "-", "",
-                           "NO NUMBER", "UNKNOWN"}) {
+  for (const char* word : {"PRIVATE", "Anonym", "OUT-OF-AREA", "RING", "-", "", "NO NUMBER"})
     EXPECT_EQ(CallOf("CID: *LINE*7*NMBR*" + std::string(word) + "*MESG*NONE*NAME*PRIVATE 1*"), "7|") << word;
-  }
 }
 
 TEST(NCIDLines, WhateverAServerWritesTheNumberFitsIntoAMessage) {
-  const std::string longText(300, '9');
-  std::string line = "HUP: ";
-  for (const char* key : {"NAME", "MESG", "DATE", "TIME", "LINE"}) {
-    line += "*" + std::string(key) + "*" + longText;
-  }
+  std::string line = "CID: ";
+  for (const char* key : {"NAME", "MESG", "DATE", "TIME", "LINE"})
+    line += "*" + std::string(key) + "*" + std::string(300, '9');
   const auto lines = NCIDLinesToHandOver(line + "*NMBR*0301234567*");
-  ASSERT_THAT(lines, SizeIs(3));
-  EXPECT_LE(lines[1].size(), MessageLink::kMostText);
-  EXPECT_THAT(lines[1], testing::HasSubstr("*NMBR*0301234567*MESG*"));
+  ASSERT_THAT(lines, SizeIs(1));
+  EXPECT_LE(lines[0].size(), MessageLink::kMostText);
+  EXPECT_THAT(lines[0], testing::HasSubstr("*NMBR*0301234567*MESG*"));
 }
 
-TEST(NCIDLines, NoLineOfAnyShapeGivesMoreThanACallAndItsEnds) {
+TEST(NCIDLines, NoLineOfAnyShapeGivesMoreThanACall) {
   std::mt19937 random(3);
-  const std::string words[] = {"*", "*NMBR*", "*LINE*", "HUP: ", "CID: ", "**", "\xC3", "0171", "MESG", "PRIVATE"};
+  const std::string words[] = {"*", "*NMBR*", "*LINE*", "**", "\xC3", "0171", "MESG", "PRIVATE"};
   int calls = 0;
   for (int i = 0; i < 20000; ++i) {
-    std::string line = words[3 + random() % 2];
-    for (unsigned k = random() % 10; k > 0; --k) {
-      line +=
-          random() % 4 == 0 ? std::string(1, static_cast<char>(random() % 256)) : words[random() % std::size(words)];
-    }
+    std::string line = "CID: ";
+    for (unsigned k = random() % 10; k > 0; --k)
+      line += random() % 4 == 0 ? std::string(1, static_cast<char>(random() % 256)) : words[random() % 8];
     for (const std::string& text : NCIDLinesToHandOver(line)) {
-      const bool isCall = text.starts_with("CID: *DATE*") || text.starts_with("HUP: *DATE*");
-      EXPECT_TRUE(isCall || text == "HUP") << text;
-      if (!isCall) continue;
       ++calls;
-      EXPECT_THAT(Split(text, "*"), SizeIs(14)) << text;
+      EXPECT_TRUE(text.starts_with("CID: *DATE*") && Split(text, "*").size() == 14) << text;
     }
   }
   EXPECT_GT(calls, 1000);

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <optional>
+#include <unistd.h>
 
 #include "platform/Reactor.h"
 #include "platform/TimerQueue.h"
@@ -60,6 +62,16 @@ class ManualReactor : public Reactor {
     }
     clock_.steady = std::max(clock_.steady, end);
     RunPending();
+  }
+  // Runs what is pending until something holds, in real time: for sockets and processes. The long limit is for a
+  // machine that does other things too.
+  bool RunUntil(const std::function<bool()>& holds) {
+    for (int i = 0; i < 20'000; ++i) {
+      if (holds()) return true;
+      RunPending();
+      usleep(1000);
+    }
+    return false;
   }
   // Sets the civil clock, as a user would; timers do not notice.
   void SetNow(const DateTime& now) {

@@ -60,7 +60,7 @@ class ScriptedCapiDriver : public CapiDriver {
     calls += "register(" + std::to_string(limits.MessageBufferSize) + "," +
              std::to_string(limits.maxLogicalConnection) + "," + std::to_string(limits.maxBDataBlocks) + "," +
              std::to_string(limits.maxBDataLen) + ") ";
-    applId = registering == kCapiOk ? 1 : 0;
+    applId = registering == kCapiOk ? 7 : 0;
     return registering;
   }
   std::uint32_t CAPI_RELEASE(std::uint32_t applId) override {
@@ -103,7 +103,7 @@ class ScriptedCapiDriver : public CapiDriver {
 
  private:
   void Confirm(std::string_view request) {
-    std::string confirmation = FromHex("0e 00 01 00 05 81 00 00 00 00 00 00 00 00");
+    std::string confirmation = FromHex("0e 00 07 00 05 81 00 00 00 00 00 00 00 00");
     confirmation.replace(6, 6, request.substr(6, 6));  // number and controller
     script.push_back(confirmation);
   }

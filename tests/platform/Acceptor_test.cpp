@@ -1,10 +1,9 @@
-#include <arpa/inet.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "fakes/Loopback.h"
 #include "fakes/ManualReactor.h"
 #include "platform/posix/TcpServer.h"
 
@@ -36,11 +35,7 @@ TEST(Acceptor, RestsASecondWhenThereIsNoDescriptorForANewConnection) {
   TcpServer server(reactor, ignored);
   ASSERT_TRUE(server.Start());
   const Descriptor client(socket(AF_INET, SOCK_STREAM, 0));
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  address.sin_port = htons(server.Port());
-  ASSERT_EQ(connect(client.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(connect(client.Get(), Loopback(server.Port()).Plain(), sizeof(sockaddr_in)), 0);
   // The sanitizer opens descriptors itself when it meets a type for the first time.
   reactor.WatchDescriptor(client.Get(), {})->WantRead(false);
   {

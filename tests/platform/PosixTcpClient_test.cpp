@@ -3,10 +3,10 @@
 #include <functional>
 #include <map>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 
+#include "fakes/Loopback.h"
 #include "fakes/ManualReactor.h"
 #include "platform/posix/TcpServer.h"
 
@@ -44,13 +44,7 @@ class ServerLog : public TcpServer::Listener {
 
 class PosixTcpClientTest : public testing::Test {
  protected:
-  bool Until(const std::function<bool()>& holds) {
-    for (int i = 0; i < 40'000 && !holds(); ++i) {
-      reactor.RunPending();
-      usleep(500);
-    }
-    return holds();
-  }
+  bool Until(const std::function<bool()>& holds) { return reactor.RunUntil(holds); }
   std::string Peer() const { return "127.0.0.1:" + std::to_string(server.Port()); }
   // What the listener heard since the last call, as soon as it is anything.
   std::string Heard() {
@@ -96,8 +90,8 @@ TEST_F(PosixTcpClientTest, TellsHowAttemptsAndConnectionsEndAndTriesAllAddresses
   server.Stop();
   client->Connect("127.0.0.1", server.Port());
   EXPECT_EQ(Heard(), "[connect to " + Peer() + ": Connection refused]");
-  ASSERT_TRUE(
-      server.Start());  // the same port again, on IPv4 alone, while the name may stand for an IPv6 address first
+  // The same port again, on IPv4 alone, while the name may stand for an IPv6 address first.
+  ASSERT_TRUE(server.Start());
   ConnectToServer("localhost");
   EXPECT_FALSE(HasChildren());
 }
@@ -123,20 +117,14 @@ TEST_F(PosixTcpClientTest, GivingUpALookUpEndsItsChildAndSaysNothing) {
 
 TEST_F(PosixTcpClientTest, AnAttemptWithoutAnAnswerEndsAfterTwentySeconds) {
   // A queue that is full leaves further attempts without an answer.
-  const Descriptor listening(socket(AF_INET, SOCK_STREAM, 0));
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof address;
-  ASSERT_EQ(bind(listening.Get(), reinterpret_cast<sockaddr*>(&address), size), 0);
-  ASSERT_EQ(listen(listening.Get(), 0), 0);
-  ASSERT_EQ(getsockname(listening.Get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+  int port = 0;
+  const Descriptor listening = ListenOnLoopback(port, 0);
   std::vector<Descriptor> fillers;
   for (int i = 0; i < 4; ++i) {
     fillers.emplace_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
-    static_cast<void>(connect(fillers.back().Get(), reinterpret_cast<sockaddr*>(&address), size));
+    static_cast<void>(connect(fillers.back().Get(), Loopback(port).Plain(), sizeof(sockaddr_in)));
   }
-  client->Connect("127.0.0.1", ntohs(address.sin_port));
+  client->Connect("127.0.0.1", static_cast<std::uint16_t>(port));
   reactor.Advance(19s);
   EXPECT_EQ(listener.log, "");
   reactor.Advance(1s);

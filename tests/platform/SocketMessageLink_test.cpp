@@ -34,6 +34,13 @@ class Recorder : public MessageLink::Receiver {
   std::function<void(std::uint32_t)> onMessage;
 };
 
+// What another process has.
+struct Program {
+  PollReactor loop;
+  Recorder receiver;
+  SocketMessageLink link{loop};
+};
+
 // A process of the test's own, which reports by its exit code.
 class Child {
  public:
@@ -67,15 +74,7 @@ class SocketMessageLinkTest : public testing::Test {
  protected:
   static constexpr WindowHandle kOwn = 4711, kOther = 815;
 
-  // Lets the loop run until something holds; the long limit is for a machine that does other things too.
-  bool Until(const std::function<bool()>& holds) {
-    for (int i = 0; i < 20'000; ++i) {
-      if (holds()) return true;
-      reactor.RunPending();
-      usleep(1000);
-    }
-    return false;
-  }
+  bool Until(const std::function<bool()>& holds) { return reactor.RunUntil(holds); }
   int CodeOf(Child& child) {
     Until([&] { return child.Code() >= 0; });
     return child.Code();
@@ -87,21 +86,15 @@ class SocketMessageLinkTest : public testing::Test {
     EXPECT_EQ(connect(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     return socket;
   }
-  bool SendFromNewLink(WindowHandle target, std::uint32_t word) const {
-    PollReactor ownReactor;
-    return SocketMessageLink(ownReactor).Send(target, word, "");
-  }
   static void Put(const Descriptor& socket, std::string_view bytes) {
     EXPECT_GT(send(socket.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
   }
   // A process with that endpoint, answering until it is killed; a message of its own tells that it is there.
   Child Answering(WindowHandle handle) {
-    return Child([this, handle] {
-      PollReactor childReactor;
-      Recorder ignored;
-      SocketMessageLink childLink(childReactor);
-      if (!childLink.Open(handle, ignored) || !childLink.Send(kOwn, 2, std::to_string(handle))) return 1;
-      childReactor.Run();
+    return Child([handle] {
+      Program own;
+      if (!own.link.Open(handle, own.receiver) || !own.link.Send(kOwn, 2, std::to_string(handle))) return 1;
+      own.loop.Run();
       return 0;
     });
   }
@@ -118,13 +111,11 @@ TEST_F(SocketMessageLinkTest, DeliversWordAndTextAndAnswersAlsoWhenTheReceiverCl
   receiver.onMessage = [&](std::uint32_t word) {
     if (word == 2) link.Close();
   };
-  Child sender([this] {
-    PollReactor childReactor;
-    SocketMessageLink childLink(childReactor);
-    const bool sent = childLink.Send(kOwn, 17, "RING;\xFC") &&
-                      childLink.Send(kOwn, 0xFFFFFFFF, std::string(300, 'x')) &&
-                      childLink.Send(kOwn, 1, std::string("a\0b", 3)) && childLink.Send(kOwn, 2, "");
-    return sent && !childLink.Send(kOther, 1, "nobody") ? 0 : 1;
+  Child sender([] {
+    Program own;
+    const bool sent = own.link.Send(kOwn, 17, "RING;\xFC") && own.link.Send(kOwn, 0xFFFFFFFF, std::string(300, 'x')) &&
+                      own.link.Send(kOwn, 1, std::string("a\0b", 3)) && own.link.Send(kOwn, 2, "");
+    return sent && !own.link.Send(kOther, 1, "nobody") ? 0 : 1;
   });
   EXPECT_EQ(CodeOf(sender), 0);
   EXPECT_EQ(receiver.log, "17:RING;\xFC 4294967295:" + std::string(255, 'x') + " 1:a 2: ");
@@ -133,23 +124,18 @@ TEST_F(SocketMessageLinkTest, DeliversWordAndTextAndAnswersAlsoWhenTheReceiverCl
 
 TEST_F(SocketMessageLinkTest, TwoThatSendAtTheSameMomentDoNotWaitForEachOther) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  Child other([this] {
-    PollReactor childReactor;
-    Recorder childReceiver;
-    SocketMessageLink childLink(childReactor);
-    if (!childLink.Open(kOther, childReceiver)) return 1;
+  Child other([] {
+    Program own;
     // Sends from inside the receiver, while that one sends from inside its own.
-    childReceiver.onMessage = [&](std::uint32_t word) {
-      if (word == 99)
-        childReactor.Quit();
-      else if (!childLink.Send(kOwn, word + 1, ""))
-        _exit(2);
+    own.receiver.onMessage = [&](std::uint32_t word) {
+      if (word == 99) return own.loop.Quit();
+      if (!own.link.Send(kOwn, word + 1, "")) _exit(2);
     };
-    for (int i = 0; i < 20; ++i) {
-      if (!childLink.Send(kOwn, 1, "")) return 3;
-    }
-    childReactor.Run();
-    return childReceiver.log.ends_with("99: ") ? 0 : 4;
+    bool sent = own.link.Open(kOther, own.receiver).state == LinkOpening::State::kOpen;
+    for (int i = 0; i < 20; ++i)
+      sent = sent && own.link.Send(kOwn, 1, "");
+    if (sent) own.loop.Run();
+    return own.receiver.log.ends_with("99: ") ? 0 : 1;
   });
   int answered = 0, echoes = 0;
   receiver.onMessage = [&](std::uint32_t word) {
@@ -162,25 +148,23 @@ TEST_F(SocketMessageLinkTest, TwoThatSendAtTheSameMomentDoNotWaitForEachOther) {
 }
 
 TEST_F(SocketMessageLinkTest, WhatArrivesDuringASendComesFromTheLoopInItsOrder) {
-  PollReactor loop;
-  SocketMessageLink looped(loop);
-  ASSERT_TRUE(looped.Open(kOwn, receiver));
+  Program own;
+  ASSERT_TRUE(own.link.Open(kOwn, own.receiver));
+  const std::string& log = own.receiver.log;
   const Descriptor peer = RawConnection();
-  const auto put = [&](std::uint32_t word) { Put(peer, LinkPacket(word, "").Bytes()); };
-  loop.RunPending();
-  put(1);
-  put(2);
-  EXPECT_TRUE(looped.Send(kOwn, 3, ""));  // to itself: answered at once as well
-  EXPECT_EQ(receiver.log, "");
-  put(4);
-  receiver.onMessage = [&](std::uint32_t) {
-    if (receiver.log.size() >= 12) loop.Quit();
+  own.loop.RunPending();
+  Put(peer, LinkPacket(1, "").Bytes());
+  Put(peer, LinkPacket(2, "").Bytes());
+  EXPECT_TRUE(own.link.Send(kOwn, 3, ""));  // to itself: answered at once as well
+  EXPECT_EQ(log, "");
+  Put(peer, LinkPacket(4, "").Bytes());
+  own.receiver.onMessage = [&](std::uint32_t) {
+    if (log.size() >= 12) own.loop.Quit();
   };
-  loop.Run();
+  own.loop.Run();
   // One message of each connection is taken per look, so 3 may come before 2; never is an order within one turned.
-  EXPECT_LT(receiver.log.find("1:"), receiver.log.find("2:"));
-  EXPECT_LT(receiver.log.find("2:"), receiver.log.find("4:"));
-  EXPECT_LT(receiver.log.find("3:"), receiver.log.find("4:"));
+  EXPECT_TRUE(log.find("1:") < log.find("2:") && log.find("2:") < log.find("4:") && log.find("3:") < log.find("4:"))
+      << log;
 }
 
 TEST_F(SocketMessageLinkTest, AMalformedPacketEndsItsConnectionAndNothingElse) {
@@ -208,13 +192,11 @@ TEST_F(SocketMessageLinkTest, AMalformedPacketEndsItsConnectionAndNothingElse) {
 
 TEST_F(SocketMessageLinkTest, FindsTheNextProcessBehindAHandleWhenTheKeptConnectionIsDead) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  PollReactor neverRun;
-  SocketMessageLink unaware(neverRun);  // its loop does not tell it of a connection's end
+  Program unaware;  // its loop never runs, so it is not told of a connection's end
   for (int round = 0; round < 2; ++round) {
     Child other = Answering(kOther);
     ASSERT_TRUE(Until([&] { return receiver.log.find("2:815") != std::string::npos; }));
-    EXPECT_TRUE(link.Send(kOther, 1, "")) << round;
-    EXPECT_TRUE(unaware.Send(kOther, 1, "")) << round;
+    EXPECT_TRUE(link.Send(kOther, 1, "") && unaware.link.Send(kOther, 1, "")) << round;
     receiver.log.clear();
     other.Kill();  // leaves its socket file behind, which the next one replaces
   }
@@ -223,28 +205,25 @@ TEST_F(SocketMessageLinkTest, FindsTheNextProcessBehindAHandleWhenTheKeptConnect
 
 TEST_F(SocketMessageLinkTest, WhatASlowProcessGotIsNotSentAgainAndItsLateAnswerCountsForNoOther) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  PollReactor slowLoop;
-  Recorder slowReceiver;
-  SocketMessageLink slow(slowLoop);
-  ASSERT_TRUE(slow.Open(kOther, slowReceiver));
-  const auto sendTakes = [&](std::uint32_t word) {
+  Program slow;
+  ASSERT_TRUE(slow.link.Open(kOther, slow.receiver));
+  const auto sendsAndWaits = [&](std::uint32_t word) {
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(link.Send(kOther, word, "")) << word;
-    return std::chrono::steady_clock::now() - start;
+    return link.Send(kOther, word, "") && std::chrono::steady_clock::now() - start >= 1990ms;
   };
   const auto slowAnswers = [&] {
     for (int i = 0; i < 3; ++i)
-      slowLoop.RunPending();
+      slow.loop.RunPending();
   };
-  EXPECT_GE(sendTakes(1), 1990ms);
+  EXPECT_TRUE(sendsAndWaits(1));
   slowAnswers();
-  EXPECT_GE(sendTakes(2), 1990ms);
+  EXPECT_TRUE(sendsAndWaits(2));
   slowAnswers();
   reactor.RunPending();
   slowAnswers();
-  EXPECT_EQ(slowReceiver.log, "1: 2: ");
-  EXPECT_GE(sendTakes(3), 1990ms);
-  slow.Close();  // without having read the third
+  EXPECT_EQ(slow.receiver.log, "1: 2: ");
+  EXPECT_TRUE(sendsAndWaits(3));
+  slow.link.Close();  // without having read the third
   EXPECT_FALSE(link.Send(kOther, 4, ""));
 }
 
@@ -252,13 +231,11 @@ TEST_F(SocketMessageLinkTest, ADyingProcessGotWhatItHadRead) {
   ASSERT_TRUE(link.Open(kOwn, receiver));
   for (const bool reads : {true, false}) {
     receiver.log.clear();
-    Child dying([this, reads] {
-      PollReactor childReactor;
-      Recorder childReceiver;
-      childReceiver.onMessage = [](std::uint32_t) { _exit(0); };
-      SocketMessageLink childLink(childReactor);
-      if (!childLink.Open(kOther, childReceiver) || !childLink.Send(kOwn, 2, "")) return 1;
-      if (reads) childReactor.Run();
+    Child dying([reads] {
+      Program own;
+      own.receiver.onMessage = [](std::uint32_t) { _exit(0); };
+      if (!own.link.Open(kOther, own.receiver) || !own.link.Send(kOwn, 2, "")) return 1;
+      if (reads) own.loop.Run();
       usleep(300'000);
       return 0;
     });
@@ -274,15 +251,14 @@ TEST_F(SocketMessageLinkTest, OneHandleHasOneOwnerUntilAnotherTakesOver) {
   Recorder secondReceiver;
   EXPECT_FALSE(link.Open(0, receiver));
   ASSERT_TRUE(link.Open(kOwn, receiver));
-  EXPECT_TRUE(link.OwnsEndpoint());
   EXPECT_FALSE(second.Open(kOwn, secondReceiver));
-  EXPECT_FALSE(second.OwnsEndpoint());
+  EXPECT_TRUE(link.OwnsEndpoint() && !second.OwnsEndpoint());
   ASSERT_TRUE(second.Open(kOwn, secondReceiver, true));
   EXPECT_FALSE(link.OwnsEndpoint());
   link.Close();  // the name is not its own any more
   EXPECT_TRUE(second.OwnsEndpoint());
   EXPECT_FALSE(third.Open(kOwn, receiver));
-  Child sender([this] { return SendFromNewLink(kOwn, 7) ? 0 : 1; });
+  Child sender([] { return Program().link.Send(kOwn, 7, "") ? 0 : 1; });
   EXPECT_EQ(CodeOf(sender), 0);
   EXPECT_TRUE(Until([&] { return secondReceiver.log == "7: gone "; })) << secondReceiver.log;
   EXPECT_EQ(receiver.log, "");

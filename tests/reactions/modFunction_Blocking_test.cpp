@@ -23,52 +23,47 @@ class BlockingTest : public testing::Test, protected DataRoom {
   modFunction_Blocking blocking{list, schedules};
 };
 
-struct Row {
-  const char* what;
-  const char* number;
-  bool noNumberRule;
-  int kennung;
-  int CIP;
-  bool noNameRule;
-  int nameMode;
-  const char* off;  // period outside its time
-  bool blocked;
-  int function;
-};
-
 TEST_F(BlockingTest, TheFirstRuleWhoseConditionHoldsDecides) {
   list.Replace({{"", "0171", ""}, {"", "*nbekannt", ""}});
+  struct Row {
+    const char* what;
+    const char* number;
+    int kennung;  // of the rule for calls without a number; -1: there is none
+    std::int16_t CIP;
+    int nameMode;     // the call's, under the rule for calls without a name; -1: there is none
+    const char* off;  // period outside its time
+    int reason;       // 0: not blocked
+  };
   for (const Row& row : {
-           Row{"nothing set", "030", false, 0, 16, false, 0, "", false, 0},
-           {"withheld", "Unbekannt", true, 0, 16, false, 0, "", true, 3},
-           {"withheld, in any case", "UNBEKANNT 1", true, 0, 16, false, 0, "", true, 3},
-           {"withheld, rule for speech, a fax", "Unbekannt", true, 1, 4, false, 0, "", true, 6},
-           {"withheld, rule for speech, speech", "Unbekannt", true, 1, 1, false, 0, "", true, 3},
-           {"withheld, rule for others, telephony", "Unbekannt", true, 2, 16, false, 0, "", true, 6},
-           {"withheld, rule for others, a fax", "Unbekannt", true, 2, 4, false, 0, "", true, 3},
-           {"withheld, a rule that is not offered", "Unbekannt", true, 3, 16, false, 0, "", true, 6},
-           {"withheld outside the rule's time is not looked up", "Unbekannt", true, 0, 16, false, 0, "<BlockUnknown>",
-            false, 0},
-           {"no number at all is no withheld one", "", true, 0, 16, false, 0, "", false, 0},
-           {"no number at all has no name", "", true, 0, 16, true, 0, "", true, 4},
-           {"no name", "030", false, 0, 16, true, 0, "", true, 4},
-           {"a name", "030", false, 0, 16, true, 1, "", false, 0},
-           {"an entry that shows no name", "030", false, 0, 16, true, 2, "", true, 4},
-           {"no name outside its time is not looked up", "0171", false, 0, 16, true, 0, "<BlockNoEntry>", false, 0},
-           {"listed", "01715", false, 0, 16, false, 1, "", true, 6},
-           {"listed, outside the list's time", "01715", false, 0, 16, false, 1, "<BlockBlackList>", false, 0},
+           Row{"nothing set", "030", -1, 16, -1, "", 0},
+           {"withheld", "Unbekannt", 0, 16, -1, "", 3},
+           {"withheld, in any case", "UNBEKANNT 1", 0, 16, -1, "", 3},
+           {"withheld, rule for speech, a fax", "Unbekannt", 1, 4, -1, "", 6},
+           {"withheld, rule for speech, speech", "Unbekannt", 1, 1, -1, "", 3},
+           {"withheld, rule for others, telephony", "Unbekannt", 2, 16, -1, "", 6},
+           {"withheld, rule for others, a fax", "Unbekannt", 2, 4, -1, "", 3},
+           {"withheld, a rule that is not offered", "Unbekannt", 3, 16, -1, "", 6},
+           {"withheld outside the rule's time is not looked up", "Unbekannt", 0, 16, -1, "<BlockUnknown>", 0},
+           {"no number at all is no withheld one", "", 0, 16, -1, "", 0},
+           {"no number at all has no name", "", 0, 16, 0, "", 4},
+           {"no name", "030", -1, 16, 0, "", 4},
+           {"a name", "030", -1, 16, 1, "", 0},
+           {"an entry that shows no name", "030", -1, 16, 2, "", 4},
+           {"no name outside its time is not looked up", "0171", -1, 16, 0, "<BlockNoEntry>", 0},
+           {"listed", "01715", -1, 16, -1, "", 6},
+           {"listed, outside the list's time", "01715", -1, 16, -1, "<BlockBlackList>", 0},
        }) {
     schedules.off = {row.off};
     oDataCall call;
     call.DataNumber(row.number);
-    call.MSN_BlockNoNumber = row.noNumberRule;
+    call.CIP = row.CIP;
+    call.MSN_BlockNoNumber = row.kennung >= 0;
     call.MSN_BlockKennung = static_cast<std::int16_t>(row.kennung);
-    call.CIP = static_cast<std::int16_t>(row.CIP);
-    call.MSN_BlockNoName = row.noNameRule;
+    call.MSN_BlockNoName = row.nameMode >= 0;
     call.NameMode = static_cast<std::int16_t>(row.nameMode);
     blocking.FuncBlocking_GetStatus(call);
-    EXPECT_EQ(call.Blocked, row.blocked) << row.what;
-    EXPECT_EQ(call.BlockFunction, row.function) << row.what;
+    EXPECT_EQ(call.BlockFunction, row.reason) << row.what;
+    EXPECT_EQ(call.Blocked, row.reason != 0) << row.what;
   }
 }
 
