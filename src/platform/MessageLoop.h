@@ -16,8 +16,10 @@ class Clock : public CivilClock {
 };
 
 // A timer of the loop: it ticks every Interval while it is enabled, the first time one interval after it was enabled.
-// Setting the interval or enabling it starts the interval anew. Ticks that were missed are not made up for. Inside its
-// tick a timer may be changed, disabled and destroyed. A timer without a tick routine costs no wake-up.
+// Setting the interval or enabling it starts the interval anew. Ticks that were missed are not made up for. An interval
+// of whole seconds is stretched once, by less than a second, behind its first tick: from then on such timers tick at
+// the same moments, so that one wake-up serves them all. Inside its tick a timer may be changed, disabled and
+// destroyed. A timer without a tick routine costs no wake-up.
 class Timer {
  public:
   virtual ~Timer() = default;  // cancels it

@@ -8,6 +8,13 @@ namespace vorlix {
 namespace {
 
 constexpr int kMostPostsInOneTurn = 1000;
+constexpr TimerQueue::Milliseconds kBeat = std::chrono::seconds(1);
+
+// Due moments that repeat each second or less often share the wake-ups of one beat, whenever their timers began. It is
+// that of the steady clock, and so the same in all programs of this machine.
+TimerQueue::Milliseconds OnTheBeat(TimerQueue::Milliseconds due, TimerQueue::Milliseconds interval) {
+  return interval % kBeat == TimerQueue::Milliseconds(0) ? std::chrono::ceil<std::chrono::seconds>(due) : due;
+}
 
 }  // namespace
 
@@ -105,7 +112,8 @@ void TimerQueue::RunDue() {
 
 void TimerQueue::Tick(const std::shared_ptr<Entry>& entry, Milliseconds now) {
   // The beat is kept, so that a tick each second does not drift; beats that lie in the past are left out.
-  entry->due += entry->interval * ((now - entry->due) / entry->interval + 1);
+  const Milliseconds next = entry->due + entry->interval * ((now - entry->due) / entry->interval + 1);
+  entry->due = OnTheBeat(next, entry->interval);
   entry->running = true;
   const auto tick = entry->tick;
   RunCallback("TimerQueue_Tick", *tick);

@@ -3,6 +3,7 @@
 // compares with what the clock says, never with what it hoped to sleep.
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <stdexcept>
@@ -72,6 +73,21 @@ TYPED_TEST_P(ReactorContract, TicksAfterEachIntervalAndNeverEarly) {
   auto timer = this->Ticking(10ms, [&] { EXPECT_GE(this->Steady() - start, ++ticks * 10ms); });
   while (ticks < 3)
     Let(this->reactor, 10ms);
+}
+
+TYPED_TEST_P(ReactorContract, TimersOfWholeSecondsTickTogetherFromTheSecondTimeOnWheneverTheyBegan) {
+  const auto noting = [this](char name) {
+    return [this, name] {
+      this->log += name;
+      this->reactor.Post([this] { this->log += '|'; });
+    };
+  };
+  const auto one = this->Ticking(1s, noting('1'));
+  Let(this->reactor, 20ms);
+  const auto two = this->Ticking(1s, noting('2'));
+  while (std::ranges::count(this->log, '2') < 2)
+    Let(this->reactor, 20ms);
+  EXPECT_TRUE(this->log.starts_with("1|2|") && this->log.ends_with("12||")) << this->log;
 }
 
 TYPED_TEST_P(ReactorContract, CallsKeepTheirOrderAlsoWhenPostedByACallAndAQuitCountsOnce) {
@@ -170,6 +186,7 @@ TYPED_TEST_P(ReactorContract, AWatchMayStopItselfAndOthersInItsCallback) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ReactorContract, TicksAfterEachIntervalAndNeverEarly,
+                            TimersOfWholeSecondsTickTogetherFromTheSecondTimeOnWheneverTheyBegan,
                             CallsKeepTheirOrderAlsoWhenPostedByACallAndAQuitCountsOnce,
                             CallsPostedByATickOrAWatchDoNotWaitAndNothingThrownStopsTheLoop,
                             RunPendingInsideATickRunsTheOthersButNotThatTick, AWatchTellsReadAndWriteAsWanted,

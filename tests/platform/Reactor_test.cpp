@@ -47,6 +47,25 @@ TEST_F(TimerQueueTest, KeepsItsBeatWithoutMakingUpForMissedTicks) {
   }
 }
 
+TEST_F(TimerQueueTest, WholeSecondsComeOntoTheBeatBehindTheFirstTickAndOthersDoNot) {
+  At(300ms);
+  const auto one = Noting(1s, '1'), two = Noting(2s, '2'), other = Noting(1500ms, 'o');
+  for (const auto& [moment, ticks] : std::vector<std::pair<std::chrono::milliseconds, std::string>>{{1299ms, ""},
+                                                                                                    {1300ms, "1"},
+                                                                                                    {2299ms, "o"},
+                                                                                                    {2300ms, "2"},
+                                                                                                    {2999ms, ""},
+                                                                                                    {3000ms, "1"},
+                                                                                                    {3300ms, "o"},
+                                                                                                    {3999ms, ""},
+                                                                                                    {4000ms, "1"},
+                                                                                                    {5000ms, "o12"},
+                                                                                                    {6000ms, "1"},
+                                                                                                    {7000ms, "o12"}}) {
+    EXPECT_EQ(At(moment), ticks) << moment.count();
+  }
+}
+
 TEST_F(TimerQueueTest, EnablingAgainAndANewIntervalStartAnew) {
   const auto timer = Noting(40ms, 't');
   EXPECT_EQ(At(20ms), "");
