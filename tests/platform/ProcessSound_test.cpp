@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 #include <gtest/gtest.h>
 
@@ -66,6 +67,21 @@ TEST_F(ProcessSoundTest, NothingWaitsForASoundAndItCanBeStopped) {
   sound.Stop();
   EXPECT_FALSE(sound.IsPlaying());
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+}
+
+// It has let go of everything it inherited, as one that hangs in its sound server may have.
+TEST_F(ProcessSoundTest, APlayerThatHangsHoldsNeitherTheLoopNorTheEndUp) {
+  AddPlayer("paplay", "for fd in 3 4 5 6 7 8 9; do eval \"exec $fd>&-\"; done\ntrap '' TERM\nexec /bin/sleep 60");
+  const auto begin = std::chrono::steady_clock::now();
+  {
+    ProcessSound hanging(reactor);
+    EXPECT_TRUE(hanging.Play(file));
+    for (int turn = 0; turn < 10; ++turn)
+      reactor.WaitPending(std::chrono::milliseconds(20));
+    EXPECT_TRUE(hanging.IsPlaying());
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);  // nobody is left behind
 }
 
 TEST_F(ProcessSoundTest, AMachineWithoutSoundIsSilentAndSaysSoOnce) {

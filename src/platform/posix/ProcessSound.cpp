@@ -1,11 +1,12 @@
 #include "platform/posix/ProcessSound.h"
 
 #include <array>
-#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -14,6 +15,9 @@
 #include "services/text.h"
 
 namespace vorlix {
+
+using namespace std::chrono_literals;
+
 namespace {
 
 struct Player {
@@ -44,7 +48,26 @@ std::string FindProgram(const std::string& name) {
   _exit(127);
 }
 
+constexpr std::chrono::milliseconds kLook{50}, kMostFarewell{500};
+constexpr int kMostLooks = 100;
+
+bool IsGone(pid_t player, int* status) {
+  return waitpid(player, status, WNOHANG) != 0;
+}
+
 }  // namespace
+
+ProcessSound::ProcessSound(Reactor& reactor)
+    : reactor_(reactor),
+      reaper_(reactor.MakeTimer(kLook, [this] { Trapped("ProcessSound_Reap", [this] { Reap(); }); })) {}
+
+ProcessSound::~ProcessSound() {
+  Silence();
+  for (auto waited = 0ms; !killed_.empty() && waited < kMostFarewell; waited += 1ms) {
+    std::erase_if(killed_, [](pid_t player) { return IsGone(player, nullptr); });
+    if (!killed_.empty()) std::this_thread::sleep_for(1ms);
+  }
+}
 
 bool ProcessSound::Play(const std::string& file) {
   return Trapped(
@@ -89,16 +112,37 @@ bool ProcessSound::Start(std::size_t player) {
   return true;
 }
 
-// A player that has failed, as one without its sound server does, leaves the file to the next.
+// The pipe is closed a moment before the player can be waited for, and one that hangs never can.
 void ProcessSound::Ended() {
   Trapped("ProcessSound_Ended", [&] {
-    const int status = Reap();
-    if (WIFEXITED(status) && WEXITSTATUS(status) == 0) {
-      preferred_ = current_;
-    } else {
-      StartNext();
-    }
+    LetGo();
+    looks_ = 0;
+    Reap();
   });
+}
+
+void ProcessSound::LetGo() {
+  watch_.reset();
+  end_.Close();
+}
+
+void ProcessSound::Reap() {
+  std::erase_if(killed_, [](pid_t player) { return IsGone(player, nullptr); });
+  int status = 0;
+  if (child_ > 0 && watch_ == nullptr && IsGone(child_, &status)) Finish(status);
+  const bool isLingering = child_ > 0 && watch_ == nullptr;
+  if (isLingering && ++looks_ > kMostLooks) Silence();
+  reaper_->SetEnabled(isLingering || !killed_.empty());
+}
+
+// A player that has failed, as one without its sound server does, leaves the file to the next.
+void ProcessSound::Finish(int status) {
+  child_ = 0;
+  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) {
+    preferred_ = current_;
+  } else {
+    StartNext();
+  }
 }
 
 void ProcessSound::Stop() {
@@ -108,17 +152,9 @@ void ProcessSound::Stop() {
 void ProcessSound::Silence() {
   if (child_ <= 0) return;
   kill(child_, SIGKILL);
-  Reap();
-}
-
-int ProcessSound::Reap() {
-  watch_.reset();
-  end_.Close();
-  int status = 0;
-  while (waitpid(child_, &status, 0) < 0 && errno == EINTR) {
-  }
-  child_ = 0;
-  return status;
+  killed_.push_back(std::exchange(child_, 0));
+  LetGo();
+  reaper_->SetEnabled(true);
 }
 
 void ProcessSound::LogOnce(const std::string& text) {

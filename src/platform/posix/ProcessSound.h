@@ -16,8 +16,9 @@ namespace vorlix {
 class ProcessSound : public SoundDevice {
  public:
   // The reactor must outlive the object. Players are looked for in PATH.
-  explicit ProcessSound(Reactor& reactor) : reactor_(reactor) {}
-  ~ProcessSound() override { Silence(); }
+  explicit ProcessSound(Reactor& reactor);
+  // Ends what plays, and waits half a second at most until it is gone.
+  ~ProcessSound() override;
   ProcessSound(const ProcessSound&) = delete;
   ProcessSound& operator=(const ProcessSound&) = delete;
 
@@ -29,8 +30,10 @@ class ProcessSound : public SoundDevice {
   bool StartNext();
   bool Start(std::size_t player);
   void Ended();
+  void LetGo();
+  void Reap();
+  void Finish(int status);
   void Silence();
-  int Reap();
   void LogOnce(const std::string& text);
 
   Reactor& reactor_;
@@ -41,6 +44,9 @@ class ProcessSound : public SoundDevice {
   pid_t child_ = 0;
   Descriptor end_;  // reads end-of-file when the player ends
   std::unique_ptr<Watch> watch_;
+  std::unique_ptr<Timer> reaper_;  // while there is somebody who has let go of the pipe, or was killed, to bury
+  int looks_ = 0;                  // of the reaper, for a player that lives on without its pipe
+  std::vector<pid_t> killed_;
   bool logged_ = false;
 };
 
