@@ -20,6 +20,7 @@
 #include "platform/posix/SignalWatch.h"
 #include "platform/posix/SocketMessageLink.h"
 #include "platform/posix/SystemClock.h"
+#include "platform/posix/loaded_modules.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -89,7 +90,7 @@ class NoLines : public CallFeedView {
 
 int RunOnDesktop(const CommandLine& line, const Folders::Surroundings& surroundings) {
   const SystemClock clock;
-  DesktopHost screen(clock, surroundings.programFolder + "/base/icons");
+  DesktopHost screen(clock, surroundings.programFolder + "/base/icons", LoadedModules);
   NoLines lines;
   return RunProgram(screen.Loop(), screen, lines, line, surroundings);
 }

@@ -5,6 +5,7 @@
 namespace vorlix {
 
 QRect Inside(QRect bar, const QRect& area) {
+  if (area.isEmpty()) return bar;
   bar.setSize(bar.size().boundedTo(area.size()));
   bar.moveLeft(std::clamp(bar.left(), area.left(), area.right() - bar.width() + 1));
   bar.moveTop(std::clamp(bar.top(), area.top(), area.bottom() - bar.height() + 1));
@@ -12,6 +13,7 @@ QRect Inside(QRect bar, const QRect& area) {
 }
 
 QRect Snapped(QRect bar, const QRect& area) {
+  if (area.isEmpty()) return bar;
   bar = Inside(bar, area);
   if (bar.left() - area.left() < kSnap) {
     bar.moveLeft(area.left());
@@ -24,6 +26,22 @@ QRect Snapped(QRect bar, const QRect& area) {
     bar.moveBottom(area.bottom());
   }
   return bar;
+}
+
+QRect Followed(QRect bar, const QRect& before, const QRect& area) {
+  if (before.isEmpty() || area.isEmpty() || before == area) return bar;
+  const bool isRight = bar.right() == before.right(), isBelow = bar.bottom() == before.bottom();
+  if (bar.left() == before.left()) {
+    bar.moveLeft(area.left());
+  } else if (isRight) {
+    bar.moveRight(area.right());
+  }
+  if (bar.top() == before.top()) {
+    bar.moveTop(area.top());
+  } else if (isBelow) {
+    bar.moveBottom(area.bottom());
+  }
+  return Inside(bar, area);
 }
 
 QRect WithHeight(QRect bar, int height, const QRect& area) {

@@ -1,5 +1,6 @@
 // Where the bar stands: docked to the edges of its screen that it touches, or free. Rectangles are in the toolkit's
-// points. Pure arithmetic, so that it is the same for every screen.
+// points. Pure arithmetic, so that it is the same for every screen. With an empty area, that of no screen, a bar stays
+// as it is.
 #pragma once
 
 #include <QRect>
@@ -13,6 +14,8 @@ inline constexpr int kSnap = 16;
 QRect Inside(QRect bar, const QRect& area);
 // An edge of the area that is near takes the bar.
 QRect Snapped(QRect bar, const QRect& area);
+// The same bar after its area has changed: edges that it touched are touched again.
+QRect Followed(QRect bar, const QRect& before, const QRect& area);
 // The same bar with another height: one that stands on the lower edge grows upwards.
 QRect WithHeight(QRect bar, int height, const QRect& area);
 // What stays of a hidden bar: its grip, at the outer side of one docked to the right, else at the left.

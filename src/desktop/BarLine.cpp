@@ -132,10 +132,14 @@ void BarLine::ShowLogo() {
                        : LoadPicture(shown_.logo, kLogoSpace, devicePixelRatioF()));
 }
 
+bool BarLine::HasPlace(const QToolButton& button) const {
+  return shown_.isCall || !button.isHidden();
+}
+
 void BarLine::PlaceParts() {
   int right = width();
   for (QToolButton* button : {hangUp_, bell_}) {
-    if (button->isHidden()) continue;
+    if (!HasPlace(*button)) continue;
     right -= kButton + 2;
     button->setGeometry(right + 2, (height() - kButton) / 2, kButton, kButton);
   }
@@ -160,7 +164,7 @@ void BarLine::resizeEvent(QResizeEvent*) {
 
 void BarLine::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const int buttons = (hangUp_->isHidden() ? 0 : kButton + 2) + (bell_->isHidden() ? 0 : kButton + 2);
+  const int buttons = (HasPlace(*hangUp_) ? kButton + 2 : 0) + (HasPlace(*bell_) ? kButton + 2 : 0);
   const QRect field = rect().adjusted(0, 1, -buttons, -1);
   surroundings_.painter.PaintField(painter, field, shown_.isCall, shown_.background);
   if (!hasFocus()) return;

@@ -49,6 +49,8 @@ class BarLine : public QWidget {
   void ShowButtons();
   void Announce(const std::string& before);
   void PlaceParts();
+  // A call without the one button keeps its place free: those of all lines stand below each other.
+  bool HasPlace(const QToolButton& button) const;
 
   Surroundings surroundings_;
   std::size_t position_;

@@ -1,5 +1,6 @@
 #include "desktop/DesktopHost.h"
 
+#include <QThread>
 #include <cstdio>
 
 #include "desktop/dialogs/dialog_parts.h"
@@ -84,13 +85,17 @@ struct DesktopHost::Windows {
 
 namespace {
 
+// Where there is no tray, to look for one is to wait for the X server.
+constexpr unsigned kTicksBetweenTrays = 10;
+
 DisplayFont FontOf(const Settings& settings) {
   return {settings.FontSize.DisplayName, settings.FontSize.Display, settings.FontSize.DisplayBold};
 }
 
 }  // namespace
 
-DesktopHost::DesktopHost(const Clock& clock, const std::string& iconFolder) : screen_(clock, iconFolder) {}
+DesktopHost::DesktopHost(const Clock& clock, const std::string& iconFolder, X11ForegroundWindow::Modules modules)
+    : screen_(clock, iconFolder), foreground_(std::move(modules)) {}
 
 DesktopHost::~DesktopHost() {
   Close();
@@ -116,13 +121,20 @@ void DesktopHost::Open(const Program& program) {
       "Unter Wayland bestimmt der Desktop, wo die Fenster stehen: ...Left und ...Top gelten dort nicht."_ansi));
 }
 
+void DesktopHost::Tick() {
+  if (!windows_ || !windows_->connection || ++ticks_ % kTicksBetweenTrays != 0) return;
+  screen_.FollowTray();
+}
+
 void DesktopHost::Close() {
   // A page or box that waits for its user runs a loop of its own: the program's end must end that too.
+  boxes_.Withdraw();
   CloseDialogs();
   if (!windows_) return;
   windows_->simulation.Close();
   windows_->connection.reset();
-  windows_.reset();
+  // What has just been answered returns into its window when this call is over.
+  if (QThread::currentThread()->loopLevel() == 0) windows_.reset();
 }
 
 DoubleItem DesktopHost::DoubleItemsBox::ShowDialog(const std::string& number, const std::string& oldName,

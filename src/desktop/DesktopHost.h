@@ -5,6 +5,7 @@
 #include <string>
 
 #include "desktop/DesktopScreen.h"
+#include "desktop/X11ForegroundWindow.h"
 #include "desktop/dialogs/AboutBox.h"
 #include "desktop/dialogs/AreaCodeDialog.h"
 #include "desktop/dialogs/BlacklistWindow.h"
@@ -13,14 +14,13 @@
 #include "desktop/dialogs/SimulationDialog.h"
 #include "screens/Screen.h"
 #include "screens/fEditBlacklist.h"
-#include "screens/null_views.h"
 
 namespace vorlix {
 
 class DesktopHost : public Screen {
  public:
-  // The clock must outlive the object; the folder holds the program's icons, as a real path.
-  DesktopHost(const Clock& clock, const std::string& iconFolder);
+  // The clock must outlive the object; the folder holds the program's icons, as a real path; `modules` tells a game.
+  DesktopHost(const Clock& clock, const std::string& iconFolder, X11ForegroundWindow::Modules modules);
   ~DesktopHost() override;
 
   Reactor& Loop() { return screen_.Loop(); }
@@ -37,7 +37,8 @@ class DesktopHost : public Screen {
   void WaitWith(std::function<bool()>) override {}
   void Open(const Program& program) override;
   bool HasClock() const override { return true; }
-  void Tick() override {}
+  void Tick() override;
+  // May be called by what a window of ours has begun; the windows themselves go with a Close() outside of the loop.
   void Close() override;
 
  private:
@@ -56,12 +57,13 @@ class DesktopHost : public Screen {
   struct Windows;
 
   DesktopScreen screen_;
-  NoForegroundWindow foreground_;
+  X11ForegroundWindow foreground_;
   MessageBoxes boxes_;
   FirstStartDialog firstStart_;
   AreaCodeDialog areaCodes_;
   DoubleItemsBox doubles_{boxes_};
-  std::unique_ptr<Windows> windows_;  // from Open() to Close()
+  unsigned ticks_ = 0;
+  std::unique_ptr<Windows> windows_;  // from Open() to a Close() outside of the loop
 };
 
 }  // namespace vorlix

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -20,6 +21,15 @@ int argumentCount = 1;
 char programName[] = "vorlix";
 char* argumentList[] = {programName, nullptr};
 
+constexpr const char* kNoSharedMemory = "QT_XCB_NO_MITSHM";
+
+// Over memory that it shares with an X server the toolkit waits for the server at each repaint, and the clock is
+// repainted each second. The variable is read once; programs that this one starts do not get it.
+int& CountWithoutSharedMemory() {
+  setenv(kNoSharedMemory, "1", 1);
+  return argumentCount;
+}
+
 bool IsSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value != nullptr && *value != '\0';
@@ -29,12 +39,23 @@ void EndSilently(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type == QtFatalMsg) _exit(1);
 }
 
+// The system ends this process then, wherever it hangs.
+void EndAfter(std::chrono::seconds limit) {
+  std::signal(SIGALRM, SIG_DFL);
+  sigset_t alarms;
+  sigemptyset(&alarms);
+  sigaddset(&alarms, SIGALRM);
+  sigprocmask(SIG_UNBLOCK, &alarms, nullptr);
+  alarm(static_cast<unsigned>(limit.count()));
+}
+
 }  // namespace
 
-bool DesktopScreen::IsAvailable() {
+bool DesktopScreen::IsAvailable(std::chrono::seconds patience) {
   if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY") && !IsSet("QT_QPA_PLATFORM")) return false;
   const pid_t child = fork();
   if (child == 0) {
+    EndAfter(patience);
     qInstallMessageHandler(EndSilently);
     const QGuiApplication application(argumentCount, argumentList);
     _exit(QGuiApplication::primaryScreen() != nullptr ? 0 : 1);
@@ -47,7 +68,8 @@ bool DesktopScreen::IsAvailable() {
 
 // The toolkit makes the user's locale the program's; of that only the way of letters is wanted, for typing. Numbers and
 // dates in the data files are the same everywhere.
-DesktopScreen::Application::Application() : QApplication(argumentCount, argumentList) {
+DesktopScreen::Application::Application() : QApplication(CountWithoutSharedMemory(), argumentList) {
+  unsetenv(kNoSharedMemory);
   for (const int category : {LC_NUMERIC, LC_TIME, LC_COLLATE, LC_MONETARY, LC_MESSAGES})
     std::setlocale(category, "C");
   setQuitOnLastWindowClosed(false);
@@ -77,11 +99,23 @@ DesktopScreen::~DesktopScreen() {
 std::unique_ptr<DesktopScreen::Connection> DesktopScreen::Open(const Program& program, const DisplayFont& font) {
   gestures_ = GesturesOf(program.display, program.menu);
   application_.sessionEnds = program.sessionEnds;
-  const bool hasTray = tray_.IsThere();
+  hasTray_ = tray_.IsThere();
   maxi_.Open(program.places);
-  bar_.Open(program.places, font, hasTray);
+  bar_.Open(program.places, font, hasTray_);
   tray_.Open();
   return std::make_unique<Connection>(*this);
+}
+
+void DesktopScreen::FollowTray() {
+  const bool hasTray = tray_.IsThere();
+  if (hasTray == hasTray_ || bar_.IsInUse()) return;
+  hasTray_ = hasTray;
+  tray_.Renew();
+  bar_.SetTray(hasTray);
+  if (hasTray || bar_.isVisible()) return;
+  // As if the mouse had brought it: it hides again, now to where it can be reached.
+  PassOn(gestures_.mouseEntered);
+  PassOn(gestures_.mouseLeft);
 }
 
 void DesktopScreen::Close() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QApplication>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -18,9 +19,13 @@ namespace vorlix {
 
 class DesktopScreen {
  public:
+  // Long enough for a machine that is busy with a login, and a display that is dead is given up.
+  static constexpr std::chrono::seconds kMostPatience{10};
+
   // Whether there is a desktop to draw on, and the toolkit can: tried in a process of its own, since the toolkit ends
-  // one in which it cannot. Call it while there is one thread only.
-  static bool IsAvailable();
+  // one in which it cannot, and waits without end for a display that does not answer. Call it while there is one
+  // thread only.
+  static bool IsAvailable(std::chrono::seconds patience = kMostPatience);
 
   // One in a process. The clock must outlive it; the folder holds the program's icons, as a real path.
   DesktopScreen(const Clock& clock, const std::string& iconFolder);
@@ -54,6 +59,8 @@ class DesktopScreen {
   };
   // From here on bar and tray icon are there, and gestures reach the program. The settings are loaded by then.
   [[nodiscard]] std::unique_ptr<Connection> Open(const Program& program, const DisplayFont& font);
+  // Now and then while open: a tray that comes takes the icon, and one that goes leaves the bar reachable.
+  void FollowTray();
   // By a person's command, such as starting the program once more: brings the keyboard to the bar.
   void Activate() { bar_.Activate(); }
 
@@ -81,6 +88,7 @@ class DesktopScreen {
   MainBar bar_;
   MaxiWindow maxi_;
   SystemTray tray_;
+  bool hasTray_ = false;
 };
 
 // The gestures as the presenters take them.

@@ -24,7 +24,7 @@ namespace {
 constexpr int kGrip = 12;
 constexpr int kEdge = 4;
 constexpr int kGrasp = 6;  // how near to its free end the bar is taken for making it wider
-constexpr int kFirstWidth = 480, kLeastWidth = 240;
+constexpr int kFirstWidth = 640, kLeastWidth = 240;
 
 }  // namespace
 
@@ -38,23 +38,39 @@ MainBar::MainBar(const DisplayGestures& gestures, const std::string& iconFolder,
   setWindowTitle(QStringLiteral("Vorlix"));
   setAccessibleName(ToQString(LoadLangKey("Display_Title_Bar", "Anrufanzeige"_ansi)));
   AddKeys();
+  FollowScreens();
+}
+
+// With a screen that comes or goes, the place that a person gave the bar may be there again, or be there no more.
+void MainBar::FollowScreens() {
+  const auto placeAgain = [this] {
+    if (!isOpen_) return;
+    drag_ = Drag::kNone;
+    home_ = FirstPlace();
+    Arrange();
+  };
   const auto follow = [this](QScreen* screen) {
     QObject::connect(screen, &QScreen::availableGeometryChanged, this, [this] { Arrange(); });
   };
   std::ranges::for_each(QGuiApplication::screens(), follow);
   QObject::connect(qApp, &QGuiApplication::screenAdded, this, follow);
-  QObject::connect(qApp, &QGuiApplication::screenRemoved, this, [this] { Arrange(); });
+  QObject::connect(qApp, &QGuiApplication::screenAdded, this, placeAgain);
+  QObject::connect(qApp, &QGuiApplication::screenRemoved, this, placeAgain);
 }
 
 void MainBar::Open(WindowPlaces& places, const DisplayFont& font, bool hasTray) {
   places_ = &places;
-  // A bar that cannot be reached by the tray's menu has to be one of the windows that the keyboard reaches.
-  setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
-                 (hasTray ? Qt::Tool | Qt::WindowDoesNotAcceptFocus : Qt::Window));
   SetFont(font);
-  isOpen_ = true;
   AdjustLines();
   home_ = FirstPlace();
+  isOpen_ = true;
+  SetTray(hasTray);
+}
+
+// A bar that cannot be reached by the tray's menu has to be one of the windows that the keyboard reaches.
+void MainBar::SetTray(bool hasTray) {
+  setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                 (hasTray ? Qt::Tool | Qt::WindowDoesNotAcceptFocus : Qt::Window));
   Arrange();
 }
 
@@ -79,7 +95,8 @@ void MainBar::SetFont(const DisplayFont& font) {
 QRect MainBar::FirstPlace() const {
   const auto place = places_->Load(PlacedWindow::kDisplay);
   if (!place) {
-    const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
+    const QScreen* first = QGuiApplication::primaryScreen();
+    const QRect area = first == nullptr ? QRect() : first->availableGeometry();
     const QRect bar(0, 0, kFirstWidth, FullHeight());
     return Inside(bar.translated(area.bottomRight()), area);
   }
@@ -140,7 +157,9 @@ bool MainBar::IsInUse() {
 
 void MainBar::Arrange() {
   if (!isOpen_ || drag_ == Drag::kMoving) return;
-  home_ = WithHeight(home_, FullHeight(), Area());
+  const QRect area = Area();
+  home_ = WithHeight(Followed(home_, area_, area), FullHeight(), area);
+  area_ = area;
   if (place_ == BarPlace::kGone || place_ == BarPlace::kTray) return hide();
   ShowAtPlace();
   show();
@@ -232,14 +251,17 @@ void MainBar::mouseMoveEvent(QMouseEvent* event) {
 
 void MainBar::DragTo(const QPoint& point) {
   const QPoint way = point - pressedAt_;
-  const QRect area = AreaAt(point);
   home_ = homeBefore_;
+  const QRect area = drag_ == Drag::kMoving ? AreaAt(point) : Area();
+  if (area.isEmpty()) return;
+  area_ = area;
+  const int least = std::min(kLeastWidth, home_.width());
   if (drag_ == Drag::kMoving) {
     home_ = Snapped(home_.translated(way), area);
   } else if (home_.right() == area.right()) {
-    home_.setLeft(std::clamp(home_.left() + way.x(), area.left(), home_.right() - kLeastWidth));
+    home_.setLeft(std::clamp(home_.left() + way.x(), area.left(), home_.right() - least));
   } else {
-    home_.setRight(std::clamp(home_.right() + way.x(), home_.left() + kLeastWidth, area.right()));
+    home_.setRight(std::clamp(home_.right() + way.x(), home_.left() + least, area.right()));
   }
   ShowAtPlace();
 }
@@ -289,8 +311,8 @@ void MainBar::AddKeys() {
 }
 
 void MainBar::Dock(Qt::Key edge) {
-  if (!CanPlaceWindows()) return;
   const QRect area = Area();
+  if (!CanPlaceWindows() || area.isEmpty()) return;
   if (edge == Qt::Key_Left) home_.moveLeft(area.left());
   if (edge == Qt::Key_Right) home_.moveRight(area.right());
   if (edge == Qt::Key_Up) home_.moveTop(area.top());

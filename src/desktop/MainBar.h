@@ -32,9 +32,11 @@ class MainBar : public QWidget, public MainDisplayView {
   // commands of a line.
   MainBar(const DisplayGestures& gestures, const std::string& iconFolder, std::function<void(QMenu&)> addCommands);
 
-  // Comes onto the screen where it was left. With a tray it is no window among the others; without one it can be
-  // activated like them. `places` must outlive the bar, or be taken back with Withdraw().
+  // Comes onto the screen where it was left. `places` must outlive the bar, or be taken back with Withdraw().
   void Open(WindowPlaces& places, const DisplayFont& font, bool hasTray);
+  // With a tray it is no window among the others; without one it can be activated like them. The bar must not be in
+  // use.
+  void SetTray(bool hasTray);
   void Withdraw();
   // By a person's command: brings the keyboard to the bar.
   void Activate();
@@ -68,6 +70,7 @@ class MainBar : public QWidget, public MainDisplayView {
 
   void SetFont(const DisplayFont& font);
   void AdjustLines();
+  void FollowScreens();
   void Arrange();
   void ShowAtPlace();
   int FullHeight() const;
@@ -89,6 +92,7 @@ class MainBar : public QWidget, public MainDisplayView {
   WindowPlaces* places_ = nullptr;
   BarPlace place_ = BarPlace::kShown;
   QRect home_;  // where the whole bar stands, hidden or not
+  QRect area_;  // what it could cover when it was placed there
   Drag drag_ = Drag::kNone;
   QPoint pressedAt_;
   QRect homeBefore_;

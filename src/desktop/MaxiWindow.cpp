@@ -72,7 +72,7 @@ MaxiWindow::MaxiWindow(const DisplayGestures& gestures, const SkinPainter& paint
   close->setObjectName(QStringLiteral("close"));
   close->setAutoRaise(true);
   close->setText(QString(QChar(0x2715)));
-  close->setStyleSheet(QStringLiteral("color:white"));
+  close->setStyleSheet(QStringLiteral("color:white; font-size:14pt"));
   close->setToolTip(ToTip(CloseMaxiText()));
   close->setAccessibleName(ToQString(CloseMaxiText()));
   QObject::connect(close, &QToolButton::clicked, this, [this] { CloseByHand(); });
@@ -100,7 +100,7 @@ void MaxiWindow::ShowTexts(const MaxiContent& content) {
   const MaxiLook& look = content.look;
   const auto show = [](ElidedLabel* label, const std::string& text, int shadow, int color) {
     label->SetShadow(shadow / 2);
-    label->Show(ToQString(text), ColorAt(color));
+    label->Show(ToQString(text).simplified(), ColorAt(color));
     label->setVisible(!text.empty());
   };
   show(name_, content.name, look.shadowName, look.colorName);

@@ -24,6 +24,11 @@ SystemTray::SystemTray(const DisplayGestures& gestures, const std::string& iconF
   });
 }
 
+void SystemTray::Renew() {
+  icon_.hide();
+  icon_.show();
+}
+
 void SystemTray::Withdraw() {
   icon_.hide();
   CloseBalloon();
@@ -42,9 +47,7 @@ void SystemTray::ShowBalloon(const Balloon& balloon) {
 void SystemTray::CloseBalloon() {
   notifications_.Close();
   // The toolkit's own message goes with its icon only.
-  if (!std::exchange(isMessageShown_, false) || !icon_.isVisible()) return;
-  icon_.hide();
-  icon_.show();
+  if (std::exchange(isMessageShown_, false) && icon_.isVisible()) Renew();
 }
 
 void SystemTray::ShowMessage(const Balloon& balloon) {

@@ -19,6 +19,8 @@ class SystemTray : public TrayView {
   SystemTray(const DisplayGestures& gestures, const std::string& iconFolder, std::function<void(QMenu&)> fill);
 
   void Open() { icon_.show(); }
+  // After a tray has come or gone.
+  void Renew();
   void Withdraw();
   QMenu& Menu() { return menu_; }
 

@@ -32,7 +32,8 @@ QPoint CornerOf(const WindowPlace& place) {
 
 QRect AreaAt(const QPoint& point) {
   const QScreen* screen = QGuiApplication::screenAt(point);
-  return (screen == nullptr ? QGuiApplication::primaryScreen() : screen)->availableGeometry();
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  return screen == nullptr ? QRect() : screen->availableGeometry();
 }
 
 }  // namespace vorlix

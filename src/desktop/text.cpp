@@ -21,7 +21,7 @@ std::string FromQString(const QString& text) {
 QString ToTip(std::string_view ansi) {
   if (ansi.empty()) return {};
   const QString text = ToQString(ansi).remove(QLatin1Char('\r')).toHtmlEscaped();
-  return QStringLiteral("<p style=\"white-space:pre\">%1</p>").arg(text);
+  return "<p style=\"white-space:nowrap\">" + QString(text).replace(QLatin1Char('\n'), QLatin1String("<br>")) + "</p>";
 }
 
 QString ToMenuText(std::string_view ansi) {

@@ -24,6 +24,29 @@ TEST(BarGeometryTest, GrowsUpwardsOnTheLowerEdgeAndDownwardsElsewhere) {
   EXPECT_EQ(WithHeight(free, 5000, kArea), QRect(100, 30, 400, 700));
 }
 
+TEST(BarGeometryTest, KeepsToTheEdgesThatItTouchedWhenTheScreenChanges) {
+  const QRect smaller(0, 30, 800, 570);
+  const std::tuple<QRect, QRect, QRect> rows[] = {
+      {{600, 690, 400, 40}, smaller, {400, 560, 400, 40}},
+      {{0, 30, 400, 40}, smaller, {0, 30, 400, 40}},
+      {{300, 300, 400, 40}, smaller, {300, 300, 400, 40}},
+      {{500, 300, 400, 40}, smaller, {400, 300, 400, 40}},
+      {{0, 690, 1000, 40}, smaller, {0, 560, 800, 40}},
+      {{600, 690, 400, 40}, {2000, 0, 3000, 900}, {4600, 860, 400, 40}},
+      {{600, 690, 400, 40}, QRect(), {600, 690, 400, 40}},
+  };
+  for (const auto& [bar, area, expected] : rows)
+    EXPECT_EQ(Followed(bar, kArea, area), expected) << bar.x() << " " << area.width();
+}
+
+TEST(BarGeometryTest, WithoutAScreenItStaysAsItIs) {
+  const QRect bar(600, 690, 400, 40);
+  EXPECT_EQ(Inside(bar, QRect()), bar);
+  EXPECT_EQ(Snapped(bar, QRect()), bar);
+  EXPECT_EQ(Followed(bar, QRect(), kArea), bar);
+  EXPECT_EQ(WithHeight(bar, 72, QRect()), QRect(600, 690, 400, 72));
+}
+
 TEST(BarGeometryTest, HiddenTheGripStaysAtTheOuterEdge) {
   EXPECT_EQ(StripOf(QRect(600, 690, 400, 40), 12, kArea), QRect(988, 690, 12, 40));
   EXPECT_EQ(StripOf(QRect(0, 300, 400, 40), 12, kArea), QRect(0, 300, 12, 40));

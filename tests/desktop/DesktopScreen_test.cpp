@@ -1,5 +1,11 @@
 #include "desktop/DesktopScreen.h"
 
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -24,6 +30,25 @@ TEST(DesktopAvailableTest, TellsWithoutEndingTheProgram) {
   }
   const TemporaryVariable platform("QT_QPA_PLATFORM", ""), nobody("DISPLAY", ":65000");
   EXPECT_FALSE(DesktopScreen::IsAvailable());
+}
+
+// Another computer's display that takes the connection and never answers.
+TEST(DesktopAvailableTest, GivesADeadDisplayUp) {
+  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
+  ASSERT_EQ(listen(listener, 1), 0);
+  getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+  const int kFirstDisplayPort = 6000;
+  const std::string display = "127.0.0.1:" + std::to_string(ntohs(address.sin_port) - kFirstDisplayPort);
+  const TemporaryVariable platform("QT_QPA_PLATFORM", "xcb"), dead("DISPLAY", display);
+  EXPECT_FALSE(DesktopScreen::IsAvailable(std::chrono::seconds(1)));
+  pollfd asked{listener, POLLIN, 0};
+  EXPECT_EQ(poll(&asked, 1, 0), 1);  // it was tried
+  close(listener);
 }
 
 class DesktopScreenTest : public testing::Test {
@@ -73,6 +98,7 @@ TEST_F(DesktopScreenTest, TheLargeWindowShowsWhatItIsGivenAndIsClosedByItsButton
     return FromQString(desktop.Maxi().findChild<QLabel*>(QLatin1String(part))->text());
   };
   EXPECT_EQ(text("name") + text("location") + text("alias") + text("endMark"), "MeierOrtPraxis");
+  room.state.ActiveCallList.RemoveByKeyName("1");
   room.screen.maxi.SetEndMark(2);
   desktop.Maxi().Show(room.maxi.content);
   EXPECT_EQ(text("endMark"), "Anruf abgewiesen");

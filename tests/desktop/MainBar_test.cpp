@@ -161,6 +161,16 @@ TEST_F(MainBarTest, HiddenAStripStaysOrNothingAndItComesBackWhereItWas) {
   EXPECT_EQ(Lines().size(), 1U);
 }
 
+TEST_F(MainBarTest, FollowsATrayThatGoesAndComesBack) {
+  const QRect before = bar.geometry();
+  for (const bool hasTray : {false, true}) {
+    bar.SetTray(hasTray);
+    EXPECT_EQ(bar.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus), hasTray);
+    EXPECT_TRUE(bar.isVisible());
+    EXPECT_EQ(bar.geometry(), before);
+  }
+}
+
 TEST_F(MainBarTest, TakesTheKeyboardOnlyWhenAPersonActivatesIt) {
   EXPECT_TRUE(bar.testAttribute(Qt::WA_ShowWithoutActivating));
   const auto refuses = [&] { return bar.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus); };

@@ -65,15 +65,19 @@ inline void Choose(const QMenu& menu, const std::string& entry) {
   }
 }
 
-// What of a window is shown and can be heard of by nobody, or is a control that the keyboard does not reach.
+// What of a window is shown and can be heard of by nobody, or is a control that the keyboard does not reach. The inner
+// parts of the toolkit's own controls are its business.
 inline std::vector<std::string> Unreached(const QWidget& window) {
   std::vector<std::string> found;
   for (QWidget* widget : window.findChildren<QWidget*>()) {
-    if (!widget->isVisibleTo(&window)) continue;
+    const bool isPart = widget->objectName().startsWith(QLatin1String("qt_")) || widget->focusProxy() != nullptr;
+    if (isPart || !widget->isVisible() || widget->window() != &window) continue;
     const std::string name = FromQString(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name));
     const bool isControl = qobject_cast<QAbstractButton*>(widget) != nullptr || widget->focusPolicy() != Qt::NoFocus;
-    if (name.empty() || (isControl && !(widget->focusPolicy() & Qt::TabFocus))) {
-      found.push_back(FromQString(widget->objectName()) + " " + name);
+    const auto* label = qobject_cast<const QLabel*>(widget);
+    const bool isShown = label != nullptr && !(label->text().isEmpty() && label->pixmap().isNull());
+    if (((isControl || isShown) && name.empty()) || (isControl && !(widget->focusPolicy() & Qt::TabFocus))) {
+      found.push_back(std::string(widget->metaObject()->className()) + " " + FromQString(widget->objectName()) + name);
     }
   }
   return found;

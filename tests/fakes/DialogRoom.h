@@ -9,7 +9,6 @@
 #include <QTimer>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "desktop/text.h"
 #include "fakes/OffscreenApplication.h"
@@ -45,19 +44,6 @@ struct DialogRoom : OffscreenApplication {
 
   // Runs once the dialog that is opened next waits.
   static void Then(std::function<void()> act) { QTimer::singleShot(0, std::move(act)); }
-
-  // Controls of the dialog on top that nobody can hear of or reach.
-  static std::vector<std::string> Unreachable() {
-    std::vector<std::string> names;
-    for (auto* control : Top()->findChildren<QWidget*>()) {
-      if (control->focusPolicy() == Qt::NoFocus || control->window() != Top() || control->focusProxy()) continue;
-      if (control->objectName().startsWith("qt_")) continue;  // inner parts of a control
-      if (Name(control).empty() || !(control->focusPolicy() & Qt::TabFocus)) {
-        names.push_back(control->metaObject()->className() + (" " + Name(control)));
-      }
-    }
-    return names;
-  }
 };
 
 }  // namespace vorlix

@@ -9,7 +9,8 @@ void DialogPlace::Restore(QWidget& window) const {
   if (width <= 0 || height <= 0) return;
   const QPoint corner(left, top);
   const QScreen* screen = QGuiApplication::screenAt(corner);
-  window.resize(QSize(width, height).boundedTo((screen ? screen : window.screen())->availableSize()));
+  const QScreen* any = screen ? screen : window.screen();
+  window.resize(any ? QSize(width, height).boundedTo(any->availableSize()) : QSize(width, height));
   if (screen) window.move(corner);
 }
 

@@ -71,6 +71,7 @@ MessageBoxes::~MessageBoxes() {
 
 MsgBoxAnswer MessageBoxes::Show(std::string_view text, int style, std::string_view title, bool modal) {
   return Trapped("MessageBoxes.Show", [&] {
+    if (isWithdrawn_) return IsQuestion(style) ? MsgBoxAnswer::kNo : MsgBoxAnswer::kOk;
     const QPointer<QMessageBox> box = MakeBox(text, style, title);
     if (!modal && !IsQuestion(style)) {
       ShowAndGoOn(box);

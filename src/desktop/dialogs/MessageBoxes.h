@@ -21,6 +21,9 @@ class MessageBoxes : public MsgBoxDoor {
   MessageBoxes(const MessageBoxes&) = delete;
   MessageBoxes& operator=(const MessageBoxes&) = delete;
 
+  // From here on nobody is asked or told any more: each question is left unanswered.
+  void Withdraw() { isWithdrawn_ = true; }
+
   // A question that is left unanswered is answered with no. A box that stands already is not shown twice.
   MsgBoxAnswer Show(std::string_view text, int style, std::string_view title, bool modal) override;
 
@@ -28,6 +31,7 @@ class MessageBoxes : public MsgBoxDoor {
   void ShowAndGoOn(QMessageBox* box);
 
   std::vector<QPointer<QMessageBox>> open_;
+  bool isWithdrawn_ = false;
 };
 
 }  // namespace vorlix

@@ -143,8 +143,12 @@ void OpenInFront(QWidget& window) {
 }
 
 void CloseDialogs() {
+  // One may take others with it.
+  QList<QPointer<QDialog>> dialogs;
   for (QWidget* widget : QApplication::topLevelWidgets()) {
-    auto* dialog = qobject_cast<QDialog*>(widget);
+    if (auto* dialog = qobject_cast<QDialog*>(widget)) dialogs << dialog;
+  }
+  for (const auto& dialog : dialogs) {
     if (dialog && dialog->isVisible()) dialog->reject();
   }
 }
