@@ -8,6 +8,14 @@
 #include "services/text.h"
 
 namespace vorlix {
+namespace {
+
+// A name or an address. One colon would begin a port, which has a setting of its own.
+bool IsHost(const std::string& text) {
+  return !text.empty() && text.find(' ') == std::string::npos && std::count(text.begin(), text.end(), ':') != 1;
+}
+
+}  // namespace
 
 const std::string& FirstStartForm::Text(FirstStartField field) const {
   switch (field) {
@@ -77,7 +85,7 @@ bool FirstStart::IsAsked(const FirstStartForm& form, FirstStartField field) {
 bool FirstStart::IsUsable(const FirstStartForm& form, FirstStartField field) {
   const std::string& text = form.Text(field);
   if (!IsAsked(form, field)) return true;
-  if (field == FirstStartField::kHost) return !text.empty() && WithoutControls(text).find(' ') == std::string::npos;
+  if (field == FirstStartField::kHost) return IsHost(WithoutControls(text));
   return IsDigits(text) && text.front() != '0';
 }
 

@@ -33,7 +33,7 @@ TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
       {{"1", "192.168.178.1", "43", "1"}, "010 192.168.178.1 43 1"},
       {{"2", "", "49", "30"}, "001 server 49 30"},
       {{"3", "49", "30"}, "100  49 30"},
-      {{"x", "9", "1", "", "0049", "49", "", "030", "abc", "30"}, "010 fritz.box 49 30"},
+      {{"x", "9", "1", "fritz.box:1012", "", "0049", "49", "", "030", "abc", "30"}, "010 fritz.box 49 30"},
   };
   for (const Row& row : rows) {
     ScriptedView view(row.answers);
