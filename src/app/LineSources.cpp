@@ -58,7 +58,7 @@ fSimulation::Ports LineSources::SimulationPorts() {
           [this](const std::string& line) { ncid.NCID_GetMessage(line, true); },
           [this] { return capiSession.CountBChannels(); },
           [this] { system.resetDisplay(); },
-          [this] { system.settingsStore.SaveSettings_Config(); }};
+          [this] { system.settingsStore.SaveSimWrite(); }};
 }
 
 void LineSources::Attach(StartUp& startUp) {

@@ -194,16 +194,11 @@ void modSettings::SaveOwnPrefix(const std::string& myVWL, const std::string& myV
   SaveKeys("General", "myVW");
 }
 
+// A file that was begun anew beside the backup of lost settings stays marked as such: the next start is not to make it
+// the backup.
 void modSettings::SaveVersion() {
   ports_.ini.SetSettStr(kVersionSection, "Version", ProgramVersionText());
-}
-
-// Settings that were lost while their backup is there are no first start: new ones would take the backup's place.
-bool modSettings::IsFirstStart() {
-  const std::string path = ports_.folders.GetMainPath({});
-  const FileInfo info = ports_.files.Stat(path);
-  if (info.IsFile() && info.size == 0 && HasBackup(path)) return false;
-  return ports_.ini.GetSettStr(kVersionSection, "Version", {}).empty();
+  if (KeepsBackup()) ports_.ini.SetSettStr("FileCheck", "KeepBackup", "1");
 }
 
 std::string modSettings::GetRelativePathFromFullPath(const std::string& path) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -59,6 +60,7 @@ class modSettings {
   void SaveLastUpdate(int day);
   void SaveErrorMessageCount(int count);
   void SaveErrorMessageShow(bool show);
+  void SaveSimWrite() { SaveKeys("General", "SimWrite"); }
   void SaveJournalDate(const std::string& yearMonth);
   // Country code, area code and national prefix of the own line.
   void SaveOwnPrefix(const std::string& myVWL, const std::string& myVWO, const std::string& myVWOP);
@@ -66,12 +68,15 @@ class modSettings {
   // Tells whoever edits the file why the places of the windows mean nothing on this desktop.
   void NotePlaces(const std::string& why) { ports_.ini.SetComment("Dimensions", why); }
 
-  // True when no settings were ever saved: this is a first start. False for an empty file that has a backup.
+  // True when no settings were ever saved: this is a first start. Lost ones are none: where the backup holds a version
+  // and the file does not, the backup takes its place, and a faulty file is put aside; CheckConfigFile() tells of it.
+  // An empty file that has a backup is left to that check.
   bool IsFirstStart();
 
-  // The start's check of the settings file: WriteCheck() looks whether it is empty and puts the present moment into it,
+  // The start's check of the settings file: WriteCheck() looks how it stands and puts the present moment into it,
   // LoadSetting() reads it back, and CheckConfigFile() compares the two. False for a file that cannot be written; a
-  // broken one, which was empty, is deleted, a good one backed up where the settings want backups at the start.
+  // broken one, which was empty, is deleted, a good one backed up where the settings want backups at the start. A
+  // backup that holds a version is kept as long as the file has not come out of it.
   std::string WriteCheck();
   bool CheckConfigFile(const std::string& written, const std::string& read);
 
@@ -91,12 +96,27 @@ class modSettings {
   void CheckVersion();
   void TellPrefixNote();
   void TellNewVersion(const std::string& former);
-  bool HasBackup(const std::string& path) const { return ports_.files.Stat(path + ".bak").IsFile(); }
-  void RemoveBrokenFile(const std::string& path);
+  struct Restored {
+    bool done = false;
+    std::string putAside;  // where the faulty file is now; empty when there was none
+  };
+
+  std::string Path() const { return ports_.folders.GetMainPath({}); }
+  std::string BackupPath() const { return Path() + ".bak"; }
+  bool HasBackup() const { return ports_.files.Stat(BackupPath()).IsFile(); }
+  bool HoldsVersion(const std::string& path) const;
+  bool KeepsBackup() const;
+  Restored Restore();
+  std::string FreeNameAside() const;
+  void TellRestored(const Restored& restored);
+  void RemoveBrokenFile();
+  void BackUp();
 
   Ports ports_;
   Settings& settings_;
   bool wasEmpty_ = false;  // before the check value went into the file
+  bool isFresh_ = false;   // there was no version in it
+  std::optional<Restored> restored_;
 };
 
 // "v3.00": how the program names its version in files and messages.

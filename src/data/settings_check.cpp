@@ -1,9 +1,11 @@
-// The start's checks of the settings file: can it be written, is it broken, which version wrote it.
+// The start's checks of the settings file: can it be written, is it broken or lost, which version wrote it.
 #include <optional>
+#include <utility>
 
 #include "data/modSettings.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
+#include "services/ini_document.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
 
@@ -17,6 +19,11 @@ std::string Lines(std::initializer_list<std::string> lines) {
   return Join(std::vector<std::string>(lines), kLineEnd);
 }
 
+std::string BackupAdvice() {
+  return Lines({LoadLangKey("Message_BackupExists", "Eine Sicherung der Datei ist vorhanden!"_ansi),
+                LoadLangKey("Message_RemoveFileExtByRename", "Entfernen Sie beim Umbenennen die Endung .bak!"_ansi)});
+}
+
 // The number of a version text: 300 for "v3.00"; nothing for one that is none.
 std::optional<int> VersionNumber(const std::string& text) {
   const std::string digits = Replace(Replace(text, ".", ""), "v", "");
@@ -25,9 +32,52 @@ std::optional<int> VersionNumber(const std::string& text) {
 
 }  // namespace
 
+// What cannot be read may hold one: it is not to be replaced.
+bool modSettings::HoldsVersion(const std::string& path) const {
+  std::string text;
+  if (!ports_.files.Stat(path).IsFile()) return false;
+  return !ports_.files.Read(path, text) || !IniDocument(text).Get("Vorlix-Version", "Version").value_or("").empty();
+}
+
+bool modSettings::KeepsBackup() const {
+  return (isFresh_ || settings_.FileCheck.KeepBackup) && HoldsVersion(BackupPath());
+}
+
+bool modSettings::IsFirstStart() {
+  return Trapped("modSettings.IsFirstStart", [&] {
+    if (HoldsVersion(Path())) return false;
+    const FileInfo info = ports_.files.Stat(Path());
+    if (info.IsFile() && info.size == 0) return !HasBackup();
+    if (!HoldsVersion(BackupPath())) return true;
+    restored_ = Restore();
+    return false;
+  });
+}
+
+modSettings::Restored modSettings::Restore() {
+  Restored restored;
+  if (ports_.files.Stat(Path()).IsFile()) restored.putAside = FreeNameAside();
+  IoResult result;
+  if (!restored.putAside.empty()) result = ports_.files.Rename(Path(), restored.putAside);
+  if (result) result = ports_.files.Copy(BackupPath(), Path(), false);
+  if (!result) ErrorHandling().ErrorLogNew("modSettings.Restore", {}, result.error, result.text);
+  restored.done = static_cast<bool>(result);
+  return restored;
+}
+
+// Beside the file, under a name that nothing else has.
+std::string modSettings::FreeNameAside() const {
+  std::string name = Path() + ".defekt";
+  for (int number = 2; ports_.files.Stat(name) != FileInfo(); ++number) {
+    name = Path() + ".defekt" + std::to_string(number);
+  }
+  return name;
+}
+
 std::string modSettings::WriteCheck() {
-  const FileInfo info = ports_.files.Stat(ports_.folders.GetMainPath({}));
+  const FileInfo info = ports_.files.Stat(Path());
   wasEmpty_ = info.IsFile() && info.size == 0;
+  isFresh_ = !HoldsVersion(Path());
   const std::string written = std::to_string(ports_.clock.Now().AsNumber());
   ports_.ini.SetSettStr("FileCheck", "Check", written);
   return written;
@@ -35,35 +85,56 @@ std::string modSettings::WriteCheck() {
 
 bool modSettings::CheckConfigFile(const std::string& written, const std::string& read) {
   return Trapped("modSettings.CheckConfigFile", [&] {
-    const std::string path = ports_.folders.GetMainPath({});
-    if (!ports_.files.Stat(path).IsFile()) return true;
+    const std::optional<Restored> restored = std::exchange(restored_, std::nullopt);
+    if (restored) TellRestored(*restored);
+    if (!ports_.files.Stat(Path()).IsFile()) return true;
     if (written != read) {
       ErrorHandling().ErrorLogForceWrite("modSettings.CheckConfigFile", {}, 0,
                                          "Konfigurationsdatei nicht beschreibbar!"_ansi);
       return false;
     }
     if (wasEmpty_) {
-      RemoveBrokenFile(path);
-    } else if (settings_.General.BackupAtStartUp && settings_.General.BackupCount > 0 && ports_.backup) {
-      ports_.backup(path);
+      RemoveBrokenFile();
+    } else if (!restored && !KeepsBackup()) {
+      BackUp();
     }
     return true;
   });
 }
 
-void modSettings::RemoveBrokenFile(const std::string& path) {
+void modSettings::BackUp() {
+  if (!settings_.General.BackupAtStartUp || settings_.General.BackupCount < 1 || !ports_.backup) return;
+  isFresh_ = settings_.FileCheck.KeepBackup = false;
+  ports_.ini.DeleteKey("FileCheck", "KeepBackup");
+  ports_.backup(Path());
+}
+
+void modSettings::TellRestored(const Restored& restored) {
+  const bool wasThere = !restored.putAside.empty();
+  std::vector<std::string> lines{
+      wasThere ? LoadLangKey("Message_ConfigFileFault", "Die Konfigurationsdatei ist fehlerhaft!"_ansi)
+               : LoadLangKey("Message_ConfigFileMissing", "Die Konfigurationsdatei fehlt!"_ansi),
+      restored.done ? LoadLangKey("Message_ConfigFileRestored",
+                                  "Die Einstellungen wurden aus der Sicherung wiederhergestellt!"_ansi)
+                    : BackupAdvice()};
+  if (restored.done && wasThere) {
+    lines.push_back(LoadLangKey("Message_FaultFileMoved", "Die fehlerhafte Datei liegt jetzt in:"_ansi));
+    lines.push_back(restored.putAside);
+  }
+  ports_.messages.MsgBoxNew(Join(lines, kLineEnd), kMsgWarning);
+}
+
+void modSettings::RemoveBrokenFile() {
   const std::string advice =
-      HasBackup(path)
-          ? Lines({LoadLangKey("Message_BackupExists", "Eine Sicherung der Datei ist vorhanden!"_ansi),
-                   LoadLangKey("Message_RemoveFileExtByRename", "Entfernen Sie beim Umbenennen die Endung .bak!"_ansi)})
-          : LoadLangKey("Message_ReConfigTheProgram", "Bitte stellen Sie das Programm neu ein!"_ansi);
-  const bool deleted = static_cast<bool>(ports_.files.Remove(path));
+      HasBackup() ? BackupAdvice()
+                  : LoadLangKey("Message_ReConfigTheProgram", "Bitte stellen Sie das Programm neu ein!"_ansi);
+  const bool deleted = static_cast<bool>(ports_.files.Remove(Path()));
   const std::string text =
       deleted ? Lines({LoadLangKey("Message_ConfigFileFault", "Die Konfigurationsdatei ist fehlerhaft!"_ansi),
                        LoadLangKey("Message_FaultFileDelete", "Die fehlerhafte Datei wurde gelöscht!"_ansi),
                        LoadLangKey("Message_CreateNewFile", "Es wird eine neue Datei angelegt!"_ansi), advice})
               : Lines({LoadLangKey("Message_ConfigFileFault", "Die Konfigurationsdatei ist fehlerhaft!"_ansi),
-                       LoadLangKey("Message_PleaseDeleteFile", "Bitte löschen Sie die Datei:"_ansi), path});
+                       LoadLangKey("Message_PleaseDeleteFile", "Bitte löschen Sie die Datei:"_ansi), Path()});
   ports_.messages.MsgBoxNew(text, kMsgWarning);
 }
 
