@@ -42,8 +42,8 @@ void KnownNumbers::Attach(StartUp& startUp) {
   startUp.Do(StartPhase::kBlackList, [this] { blacklist.Load(); });
   startUp.Do(StartPhase::kLoadFeiertage, [this] { holidays.LoadFeiertage(); });
   startUp.Do(StartPhase::kBookDataRead, [this] {
+    book.FileWatchBookChanged(true);  // before the reading: what comes in between is seen as a change
     book.BookData_Read();
-    book.FileWatchBookChanged(true);
   });
   startUp.Do(StartPhase::kLoadVCardArray, [this] { cards.LoadVCardArray(); });
 }

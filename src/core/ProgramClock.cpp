@@ -126,8 +126,10 @@ void ProgramClock::StartUpTick() {
   timers_.tmStartUp->SetEnabled(false);
   Do(jobs_.alertCheck);
   timers_.tmServiceStatus->SetEnabled(true);
-  Do(jobs_.takeBookFileState);
-  timers_.tmFileWatch->SetEnabled(Ask(jobs_.isBookWatched));
+  const bool watched = Ask(jobs_.isBookWatched);
+  // A watched book stands as it was read: taking its state anew would pass over what was edited since.
+  if (!watched) Do(jobs_.takeBookFileState);
+  timers_.tmFileWatch->SetEnabled(watched);
 }
 
 }  // namespace vorlix

@@ -49,7 +49,7 @@ struct ClockJobs {
   std::function<void()> checkErrorReport;
   std::function<void()> clearOldArchives;
   std::function<void()> alertCheck;
-  // Once, five seconds after the start, behind the first alert check.
+  // Once, five seconds after the start, behind the first alert check; for a book that is not watched.
   std::function<void()> takeBookFileState;
   std::function<bool()> isBookWatched;
 };

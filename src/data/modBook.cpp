@@ -2,9 +2,9 @@
 
 #include <cerrno>
 #include <limits>
-#include <unordered_map>
 
 #include "core/RejectReason.h"
+#include "data/BookReading.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -53,54 +53,30 @@ BookItem EntryOf(const clsCollection::Entry& entry) {
 
 }  // namespace
 
-// The book while it is read. A question to the user lets the loop run meanwhile: calls are looked up in the old book
-// and add to the new one, and nothing is written before all is read. A replaced entry leaves a gap, which a file full
-// of double entries makes by the thousand: closing each at once would take the square of their number.
-class modBook::Reading {
- public:
-  explicit Reading(Reading*& current) : current_(current) { current_ = this; }
-  ~Reading() { current_ = nullptr; }
-  Reading(const Reading&) = delete;
-  Reading& operator=(const Reading&) = delete;
-
-  BookItem Find(const std::string& number) const {
-    const auto found = places_.find(number);
-    return found == places_.end() ? nullptr : items_[found->second];
-  }
-  void Put(const BookItem& item) {
-    const auto [place, isNew] = places_.try_emplace(item->Key, items_.size());
-    if (!isNew) items_[std::exchange(place->second, items_.size())] = nullptr;
-    items_.push_back(item);
-  }
-  std::size_t Count() const { return places_.size(); }
-  clsCollection Collection() const {
-    clsCollection book;
-    for (const BookItem& item : items_) {
-      book.Add(item);
-    }
-    return book;
-  }
-
- private:
-  Reading*& current_;
-  std::vector<BookItem> items_;  // in their order, nothing where one was replaced
-  std::unordered_map<std::string, std::size_t> places_;
-};
-
 clsCollection& modBook::BookCollection() {
   return ports_.window.IsOpen() ? ports_.window.Collection() : book_;
 }
 
 void modBook::BookData_Read() {
-  if (reading_ != nullptr) return;
-  Trapped("modBook.BookData_Read", [&] {
-    Reading reading(reading_);
+  ReadFiles({});
+}
+
+// Entries of `kept` that neither file has stay in the book.
+bool modBook::ReadFiles(const clsCollection& kept) {
+  if (reading_ != nullptr) return false;
+  return Trapped("modBook.BookData_Read", [&] {
+    BookReading reading(reading_);
     bookUnread_ = cacheUnread_ = true;
-    if (!ReadBookFile()) return;
+    if (!ReadBookFile()) return false;
     bookUnread_ = false;
     cacheUnread_ = !ReadSearchCache();
+    for (const auto& entry : kept.GetCollection()) {
+      const BookItem item = EntryOf(entry);
+      if (item && !reading.Find(entry.key)) reading.Put(item);
+    }
     book_ = reading.Collection();
     BookChanged = false;
+    return true;
   });
 }
 
@@ -117,6 +93,8 @@ bool modBook::ReadLines(const std::string& path, std::vector<std::string>& lines
 }
 
 bool modBook::ReadBookFile() {
+  const FileInfo info = ports_.files.Store().Stat(BookPath());
+  bookAbsent_ = !info.IsFile() || info.size == 0;
   std::vector<std::string> lines;
   if (!ReadLines(BookPath(), lines)) return false;
   for (const std::string& line : lines) {
@@ -211,6 +189,7 @@ bool modBook::WriteBookData(bool rotate) {
   return Trapped(
       "modBook.WriteBookData",
       [&] {
+        TakeLateBook();
         if (bookUnread_) throw Fault(EIO, "write " + BookPath() + ": it could not be read before");
         if (rotate) Rotate();
         MoveToBlacklist();
@@ -277,18 +256,32 @@ bool modBook::FileWatchBookChanged(bool store) {
   return !store && now.IsFile() && now != known_;
 }
 
-void modBook::tmFileWatch_Timer() {
-  if (!FileWatchBookChanged(false)) return;
+bool modBook::tmFileWatch_Timer() {
+  if (FileWatchBookChanged(false)) ReadAnew();
+  return std::exchange(readAnew_, false);
+}
+
+// Keeps what was entered while there was no file to read, or none that could be read.
+void modBook::ReadAnew() {
   FileWatchBookChanged(true);  // before the reading: a change that comes in between is seen at the next tick
-  BookData_Read();
+  if (!ReadFiles(bookAbsent_ || bookUnread_ ? clsCollection(book_) : clsCollection())) return;
+  readAnew_ = true;
   // What shows the book held the entries of before.
   if (ports_.refreshNewCalls) ports_.refreshNewCalls();
   if (ports_.refreshCards) ports_.refreshCards();
 }
 
+// A book whose drive came late, or that can be read again, is not to be written over by the few entries that were made
+// without it.
+void modBook::TakeLateBook() {
+  const bool came = bookAbsent_ && FileWatchBookChanged(false) && ports_.files.Store().Stat(BookPath()).size > 0;
+  if (came || bookUnread_) ReadAnew();
+}
+
 // Counting writes the whole book: what another program has changed since the last look must be in it.
 void modBook::TakeOutsideChange() {
-  if (ports_.folders.BookRefresh()) tmFileWatch_Timer();
+  TakeLateBook();
+  if (ports_.folders.BookRefresh() && FileWatchBookChanged(false)) ReadAnew();
 }
 
 int modBook::GetNumberData(oDataCall& call, bool addIfMissing, bool countCall) {
@@ -311,7 +304,7 @@ int modBook::LookUp(Record& record, bool addIfMissing, bool countCall) {
     SetPerson(record, kNoEntry, {}, {});
     return kNoEntry;
   }
-  if (countCall) TakeOutsideChange();
+  if (countCall || addIfMissing) TakeOutsideChange();
   if (const BookItem entry = Find(number)) {
     if (countCall) Count(*entry, CallDirection::kIncoming);
     TakeEntry(record, *entry);

@@ -2,7 +2,7 @@
 // whole: the user's entries to "Vorlixbook.txt", what a reverse search found to "cache.inv".
 //
 // While the book window is open its working copy is the book that calls are looked up in. A file that is there but
-// could not be read is not written over.
+// could not be read is not written over, and one that came after the start is read first.
 #pragma once
 
 #include <functional>
@@ -79,6 +79,8 @@ class NoBlackListAdding : public BlackListAdding {
   void FuncBlackList_NumberToList(const std::string&, const std::string&) override {}
 };
 
+class BookReading;
+
 class modBook : public PhoneBook {
  public:
   // Hooks may be left empty.
@@ -133,18 +135,19 @@ class modBook : public PhoneBook {
   // With `store` remembers how the book's file stands, otherwise tells whether it stands differently now. A file that
   // is gone is no change: there is nothing to read.
   bool FileWatchBookChanged(bool store);
-  // Reads the book after a change by another program.
-  void tmFileWatch_Timer();
+  // Reads the book after a change by another program. True when it was read anew since the last tick.
+  bool tmFileWatch_Timer();
 
   std::string BookPath() const { return ports_.folders.BookPath() + "Vorlixbook.txt"; }
   std::string SearchCachePath() const { return ports_.folders.GetMainPath(R"(\data\cache.inv)"); }
 
  private:
-  class Reading;
-
   template <class Record>
   int LookUp(Record& record, bool addIfMissing, bool countCall);
   BookItem Find(const std::string& number);
+  bool ReadFiles(const clsCollection& kept);
+  void ReadAnew();
+  void TakeLateBook();
   void TakeOutsideChange();
   void TakeEntry(oDataCall& call, const oDataCall& entry);
   void TakeEntry(oDataNumber& number, const oDataCall& entry);
@@ -166,8 +169,10 @@ class modBook : public PhoneBook {
 
   Ports ports_;
   clsCollection book_;
-  Reading* reading_ = nullptr;  // while the files are read
+  BookReading* reading_ = nullptr;  // while the files are read
   bool bookUnread_ = false, cacheUnread_ = false;
+  bool bookAbsent_ = false;  // there was nothing to read
+  bool readAnew_ = false;    // since the last tick
   int writeCounter_ = 0;
   FileInfo known_;
 };

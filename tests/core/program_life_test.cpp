@@ -1,13 +1,15 @@
 // The program's life: its start, its clock, its end.
+#include <array>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/CommandLineWords.h"
 #include "core/ProgramClock.h"
 #include "core/ShutDown.h"
 #include "core/StartUp.h"
+#include "fakes/AttachedLog.h"
 #include "fakes/ManualReactor.h"
-#include "fakes/MemoryLogStore.h"
+#include "services/modTimePeriods.h"
 #include "services/text.h"
 
 namespace vorlix {
@@ -19,27 +21,9 @@ using std::chrono::seconds;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-// The lines of the timing log while the object lives.
-class TimingLog {
- public:
-  explicit TimingLog(const CivilClock& clock) {
-    ErrorHandling().Attach(logs_, clock, "PRG");
-    ErrorHandling().Switches.LogTiming = true;
-  }
-  ~TimingLog() {
-    ErrorHandling().Switches = {};
-    ErrorHandling().Detach();
-  }
-  std::string Debug() const { return logs_.Text(R"(\log\debug.log)"); }
-  std::string Errors() const { return logs_.Text(R"(\log\error.log)"); }
-
- private:
-  MemoryLogStore logs_;
-};
-
 TEST(StartUp, RunsTheJobsInTheOrderOfThePhasesWhateverOrderTheyCameIn) {
   ManualReactor loop;
-  TimingLog log(loop.GetClock());
+  const AttachedLog log(loop.GetClock(), &DebugSwitches::LogTiming);
   StartUp start(loop);
   std::string jobs;
   start.Do(StartPhase::kSetSession, [&] { jobs += "session "; });
@@ -48,16 +32,15 @@ TEST(StartUp, RunsTheJobsInTheOrderOfThePhasesWhateverOrderTheyCameIn) {
   start.Do(StartPhase::kRegisterAVM, [&] { jobs += "AVM "; });
   start.Do(StartPhase::kRegisterNCID, [&] { jobs += "NCID "; });
   start.When(StartPhase::kRegisterNCID, [] { return false; });
-  EXPECT_TRUE(start.Run());
-  EXPECT_TRUE(start.IsComplete());
+  EXPECT_TRUE(start.Run() && start.IsComplete());
   EXPECT_EQ(jobs, "settings AVM session ");
   EXPECT_THAT(log.Errors(), HasSubstr("fMain.Form_Load + 75 + no folder"));
-  EXPECT_THAT(log.Debug(), HasSubstr("GlobalLanguage\nLanguage\nCheckDirectories\nClearOldFilesAndPaths\n"
-                                     "CheckReverseOfJournal\n"));
-  EXPECT_THAT(log.Debug(), HasSubstr("Inizialize all timers\nInizialize all timers OK\nInitWait\n"));
-  EXPECT_THAT(log.Debug(), HasSubstr("#### New AVM Init ####################\nRegister AVM\nLoad settings a\n"));
-  EXPECT_THAT(log.Debug(), HasSubstr("DisplayResize\nMainLoad OK\n"));
-  EXPECT_THAT(log.Debug(), HasSubstr("Over all: "));
+  for (const char* lines :
+       {"GlobalLanguage\nLanguage\nCheckDirectories\nClearOldFilesAndPaths\nCheckReverseOfJournal\n",
+        "Inizialize all timers\nInizialize all timers OK\nInitWait\n",
+        "#### New AVM Init ####################\nRegister AVM\nLoad settings a\n", "DisplayResize\nMainLoad OK\n",
+        "Over all: "})
+    EXPECT_THAT(log.Debug(), HasSubstr(lines));
 }
 
 TEST(StartUp, APhaseMayEndTheProgramOrWaitWithoutHoldingTheLoop) {
@@ -82,26 +65,18 @@ TEST(StartUp, APhaseMayEndTheProgramOrWaitWithoutHoldingTheLoop) {
   EXPECT_TRUE(waiting.IsComplete());
 }
 
-TEST(CommandLineWords, AreFoundAnywhereInAWord) {
-  EXPECT_TRUE(HasWord({"x", "/autostart"}, "auto"));
-  EXPECT_FALSE(HasWord({"x"}, "auto"));
-}
-
 TEST(ShutDown, RunsItsStepsInOrderOnceAndBehindAPendingBook) {
   ManualReactor loop;
-  TimingLog log(loop.GetClock());
+  const AttachedLog log(loop.GetClock(), &DebugSwitches::LogTiming);
   MainTimers timers(loop);
   PipelineState state;
   ShutDown end(timers, state);
   std::string steps;
-  end.SetPendingBook([&] {
-    steps += "book ";
-    return true;
-  });
+  end.SetPendingBook([&] { return !(steps += "book ").empty(); });
   end.On(UnloadStep::kEndSession, [&](UnloadReason) { steps += "session "; });
   end.On(UnloadStep::kTerminateHelpers, [&](UnloadReason) { steps += "helpers "; });
   end.On(UnloadStep::kReleaseCAPI,
-         [&](UnloadReason why) { steps += why == UnloadReason::kSystem ? "system " : "user "; });
+         [&](UnloadReason why) { steps += why == UnloadReason::kSystem ? "CAPI " : "user "; });
   end.On(UnloadStep::kSaveSettings, [&](UnloadReason) { throw Fault(70, "disk"); });
   end.Request(UnloadReason::kSystem);
   EXPECT_TRUE(state.ExitInProgress);
@@ -109,7 +84,7 @@ TEST(ShutDown, RunsItsStepsInOrderOnceAndBehindAPendingBook) {
   loop.Advance(seconds(1));
   end.Request(UnloadReason::kUser);
   loop.Advance(seconds(1));
-  EXPECT_EQ(steps, "book system helpers session ");
+  EXPECT_EQ(steps, "book CAPI helpers session ");
   EXPECT_EQ(log.Debug(),
             "Unloading by system\nUnloading ok\nUnload save area buffer\nUnload save settings\nUnload CAPI release\n"
             "Unload AVM callback\nUnload stop timers\nUnload remove hotkeys\nUnload forms\nUnload remove tray\n"
@@ -119,14 +94,9 @@ TEST(ShutDown, RunsItsStepsInOrderOnceAndBehindAPendingBook) {
 TEST(MainTimers, StartAsTheirTableSays) {
   ManualReactor loop;
   MainTimers timers(loop);
-  EXPECT_TRUE(timers.tmClock->Enabled());
-  EXPECT_FALSE(timers.tmSekMinHourDay->Enabled());
+  EXPECT_TRUE(timers.tmClock->Enabled() && !timers.tmSekMinHourDay->Enabled());
   timers.AllTimerStart();
-  for (const Timer* timer :
-       {timers.tmStartUp.get(), timers.tmGripOver.get(), timers.tmSekMinHourDay.get(), timers.tmServiceDDE.get()}) {
-    EXPECT_TRUE(timer->Enabled());
-  }
-  EXPECT_FALSE(timers.tmCAPI->Enabled());
+  EXPECT_TRUE(timers.tmStartUp->Enabled() && timers.tmSekMinHourDay->Enabled() && !timers.tmCAPI->Enabled());
   EXPECT_EQ(timers.tmCAPI->Interval(), std::chrono::milliseconds(400));
   EXPECT_EQ(loop.UntilNextTick(), std::nullopt);  // a timer without a job costs no wake-up
   timers.DisableAll();
@@ -150,8 +120,7 @@ TEST(ProgramClock, CountsMinutesHoursAlertsAndTheFirstFiveSeconds) {
   jobs.isBookWatched = [] { return true; };
   loop.SetNow(DateTime::FromCivil(2026, 12, 31, 23, 0, 0));
   const ProgramClock clock(loop.GetClock(), timers, jobs);
-  MemoryLogStore logs;
-  ErrorHandling().Attach(logs, loop.GetClock(), "PRG");
+  const AttachedLog log(loop.GetClock());
   timers.AllTimerStart();
   loop.Advance(seconds(6));
   EXPECT_EQ(done["alert"], 1);
@@ -170,35 +139,26 @@ TEST(ProgramClock, CountsMinutesHoursAlertsAndTheFirstFiveSeconds) {
   EXPECT_EQ(done["hour"], 3);
   EXPECT_EQ(done["alert"], 3);
   EXPECT_EQ(done["year"], 1);
-  ErrorHandling().Detach();
 }
 
 TEST(ProgramClock, TheJournalIsArchivedWhenItsPeriodHasChanged) {
-  struct Row {
-    JournalPeriod backup;
-    const char* last;
-    int year, month;
-    const char* period;  // empty: nothing is archived
+  const auto expect = [](JournalPeriod backup, std::initializer_list<std::array<const char*, 3>> rows) {
+    for (const auto& [last, today, archived] : rows)
+      EXPECT_EQ(PeriodToArchive(backup, last, CDateNew(std::string("15.") + today, "")).value_or(""), archived)
+          << last << " " << today;
   };
-  const Row rows[] = {
-      {JournalPeriod::kNone, "202001", 2026, 11, ""},
-      {JournalPeriod::kMonth, "202610", 2026, 11, "202610"},
-      {JournalPeriod::kMonth, "202611", 2026, 11, ""},
-      {JournalPeriod::kMonth, "202512", 2026, 1, "202512"},
-      {JournalPeriod::kMonth, "202612", 2026, 11, ""},
-      {JournalPeriod::kQuarter, "202610", 2026, 11, ""},
-      {JournalPeriod::kQuarter, "202609", 2026, 11, "202609"},
-      {JournalPeriod::kQuarter, "202510", 2026, 2, "202512"},
-      {JournalPeriod::kQuarter, "202511", 2026, 10, "202609"},
-      {JournalPeriod::kYear, "202601", 2026, 12, ""},
-      {JournalPeriod::kYear, "202512", 2026, 1, "202512"},
-      {JournalPeriod::kMonth, "", 2026, 1, ""},
-      {JournalPeriod::kMonth, "abc", 2026, 1, ""},
-  };
-  for (const Row& row : rows) {
-    const auto period = PeriodToArchive(row.backup, row.last, DateTime::FromCivil(row.year, row.month, 15));
-    EXPECT_EQ(period.value_or(""), row.period) << row.last << " " << row.year << row.month;
-  }
+  expect(JournalPeriod::kNone, {{"202001", "11.2026", ""}});
+  expect(JournalPeriod::kMonth, {{"202610", "11.2026", "202610"},
+                                 {"202611", "11.2026", ""},
+                                 {"202512", "1.2026", "202512"},
+                                 {"202612", "11.2026", ""},
+                                 {"", "1.2026", ""},
+                                 {"abc", "1.2026", ""}});
+  expect(JournalPeriod::kQuarter, {{"202610", "11.2026", ""},
+                                   {"202609", "11.2026", "202609"},
+                                   {"202510", "2.2026", "202512"},
+                                   {"202511", "10.2026", "202609"}});
+  expect(JournalPeriod::kYear, {{"202601", "12.2026", ""}, {"202512", "1.2026", "202512"}});
 }
 
 TEST(ProgramClock, StoresTheJournalsDateBeforeItArchivesAndLooksForUpdatesWhenDue) {
@@ -228,6 +188,22 @@ TEST(ProgramClock, StoresTheJournalsDateBeforeItArchivesAndLooksForUpdatesWhenDu
   EXPECT_FALSE(IsUpdateDue(2, now.AsNumber() - 6, now));
   EXPECT_TRUE(IsUpdateDue(2, now.AsNumber() - 7, now));
   EXPECT_TRUE(IsUpdateDue(99, now.AsNumber() - 14, now));
+}
+
+TEST(ProgramClock, TakesTheStateOfABookThatIsNotWatched) {
+  for (const bool isWatched : {false, true}) {
+    ManualReactor loop;
+    MainTimers timers(loop);
+    int taken = 0;
+    ClockJobs jobs;
+    jobs.takeBookFileState = [&] { ++taken; };
+    jobs.isBookWatched = [=] { return isWatched; };
+    const ProgramClock clock(loop.GetClock(), timers, jobs);
+    timers.AllTimerStart();
+    loop.Advance(seconds(6));
+    EXPECT_EQ(taken, isWatched ? 0 : 1) << "an edit of the first seconds is still to be read";
+    EXPECT_EQ(timers.tmFileWatch->Enabled(), isWatched);
+  }
 }
 
 }  // namespace

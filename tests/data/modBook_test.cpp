@@ -1,5 +1,6 @@
 #include "data/modBook.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/null_ports.h"
@@ -10,6 +11,10 @@
 namespace vorlix {
 namespace {
 
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
 using Op = MemoryFileStore::Operation;
 const std::string kPath = "/vorlix/data/Vorlixbook.txt";
 const std::string kCache = "/vorlix/data/cache.inv";
@@ -34,11 +39,18 @@ class BookTest : public testing::Test, protected DataRoom {
     call.DataNumber(number);
     return call;
   }
-  static BookItem Item(const std::string& number, const std::string& name, const std::string& address) {
+  // A look-up that may add and count.
+  int Look(const std::string& number, bool add = true, bool count = true) {
+    oDataCall call = Call(number);
+    return book.GetNumberData(call, add, count);
+  }
+  static std::string Address(const std::string& person) { return person.substr(person.find('/')); }
+  // A person is "name/address".
+  static BookItem Item(const std::string& number, const std::string& person) {
     auto item = std::make_shared<oDataCall>();
     item->DataNumber(number);
-    item->Name(name);
-    item->Address(address);
+    item->Name(person.substr(0, person.find('/')));
+    item->Address(Address(person).substr(1));
     return item;
   }
 
@@ -63,9 +75,7 @@ TEST_F(BookTest, AFileSurvivesARewrite) {
   const std::string whole = "Meier;0301;3;1;2;1;Weg 1;nachts;0;7;;;;" + card;
   const std::string full = "A;1;0;0;0;0;;" + kTail;
   const std::string megabyte(1 << 20, 'x');
-  struct Case {
-    std::string before, after;
-  };
+  using Case = std::tuple<std::string, std::string>;
   for (const auto& [before, after] : {
            Case{whole, whole}, Case{"Meier;0301;3;1;0;0;Weg 1;", "Meier;0301;3;1;0;0;Weg 1;" + kTail},
            Case{"M;0301;3;1;0;0;W;" + card, "M;0301;3;1;0;0;W;;0;1;;;;" + card},  // in the period's field
@@ -82,15 +92,14 @@ TEST_F(BookTest, AFileSurvivesARewrite) {
            Case{std::string("A\0B\tC\x1b;1;0;0;0;0;;", 19), std::string("A\0B\tC\x1b;1;0;0;0;0;;", 19) + kTail},
            Case{megabyte + ";1;0;0;0;0;;", megabyte + ";1;0;0;0;0;;" + kTail},
            Case{full + "\r\n\r\nno field\r\nB;12a;0;0;0;0;;\r\nB;;0;0;0;0;;\r\nB;2;0;0;0;0;", full},
-           Case{"A;1;0;0;0;0;;\r\n ;2;0;0;0;0;;\r\nC;3;0;0;0;0; ;", full},  // a blank: not to be kept
+           Case{"A;1;0;0;0;0;;\r\n ;2;0;0;0;0;;\r\nC;3;0;0;0;0; ;", full}  // a blank: not to be kept
        }) {
-    Read(before);
-    EXPECT_TRUE(book.WriteBookData(false));
-    EXPECT_EQ(Book(), after);
-    EXPECT_EQ(store.Writes(), 2);
-    Read(after);
-    EXPECT_TRUE(book.WriteBookData(false));
-    EXPECT_EQ(Book(), after);
+    for (const std::string& text : {before, after}) {
+      Read(text);
+      EXPECT_TRUE(book.WriteBookData(false));
+      EXPECT_EQ(Book(), after);
+      EXPECT_EQ(store.Writes(), 2);
+    }
   }
   EXPECT_EQ(ErrorLog(), "");
 }
@@ -101,18 +110,17 @@ TEST_F(BookTest, ReadsALineIntoARecord) {
   EXPECT_EQ(item->Name() + item->Address() + item->BookTimeName + item->Card().BookVCsName, "MeierWeg 1nachtsAnna");
   EXPECT_TRUE(item->NewCall && item->BookInversMark && item->SoundFileFound && item->Blocked);
   EXPECT_FALSE(book.BookData_MakeItem("Meier;0302;3;1;0;1;Weg 1;")->Blocked);
-  EXPECT_FALSE(book.BookData_MakeItem("Meier;0302;3;1;0;1;Weg 1"));
-  EXPECT_FALSE(book.BookData_MakeItem(""));
+  EXPECT_FALSE(book.BookData_MakeItem("Meier;0302;3;1;0;1;Weg 1") || book.BookData_MakeItem(""));
 }
 
 TEST_F(BookTest, NoTextCanForgeAnEntryOrACard) {
   for (const std::string text : {"a;b\r\nc\td", "[vcd(1;;x)vcd]", ";"}) {
     book.BookCollection().Clear();
-    const auto item = Item("1", text, text);
+    const auto item = Item("1", text + "/" + text);
     item->BookTimeName = text;
     item->MutableCard().BookVCardData = "1;;)vcd];x\r\ny";
     book.BookDataAdd(item, false);
-    const auto found = Item("2", text + "|c", "|");
+    const auto found = Item("2", text + "|c/|");
     found->BookType = kBookTypeSearch;
     book.BookDataAdd(found, false);
     ASSERT_TRUE(book.WriteBookData(false));
@@ -137,51 +145,45 @@ TEST_F(BookTest, TheUsersEntriesWinOverWhatASearchFound) {
   Entry("0302")->BookType = kBookTypeUser;
   ASSERT_TRUE(book.WriteBookData(false));
   EXPECT_EQ(store.Content(kCache), "");
-  EXPECT_NE(Book().find("Found er;0302;0;0;0;0;Street;"
-                        ";0;0;;;;"),
-            std::string::npos)
-      << Book();
+  EXPECT_THAT(Book(), HasSubstr("Found er;0302;0;0;0;0;Street;;0;0;;;;"));
 }
 
 TEST_F(BookTest, DecidesBetweenTwoEntriesOfOneNumber) {
-  struct Case {
-    std::string oldName, oldAddress, newName, newAddress;
-    bool asked, replaced;  // replaced: when the user wants it so
-  };
-  for (const Case& one :
-       {Case{"Old", "", "New", "", false, true}, Case{"Old", "x", "Old", "", false, true},
-        Case{"-", "", "New", "", false, true}, Case{"Old", "", "-", "", false, false},
-        Case{"Old", "", "", "x", false, false}, Case{"-", "", "-", "x", false, false},
-        Case{"-", "x", "", "y", false, false}, Case{"", "", "New", "x", false, false},
-        Case{"", "", "-", "x", false, false}, Case{"", "x", "", "x", false, false}, Case{"", "", "", "", false, false},
-        Case{"", "x", "", "", false, false}, Case{"", "", "", "x", false, true}, Case{"", "x", "", "y", true, true}}) {
-    const std::string label = one.oldName + "/" + one.oldAddress + " " + one.newName + "/" + one.newAddress;
+  using Case = std::tuple<std::string, std::string, bool, bool>;  // name/address: old and new; asked; may be replaced
+  for (const auto& [was, comes, asked, replaced] :
+       {Case{"Old/", "New/", false, true}, Case{"Old/x", "Old/", false, true}, Case{"-/", "New/", false, true},
+        Case{"Old/", "-/", false, false}, Case{"Old/", "/x", false, false}, Case{"-/", "-/x", false, false},
+        Case{"-/x", "/y", false, false}, Case{"/", "New/x", false, false}, Case{"/", "-/x", false, false},
+        Case{"/x", "/x", false, false}, Case{"/x", "/", false, false}, Case{"/", "/x", false, true},
+        Case{"/x", "/y", true, true}}) {
     for (const DoubleItem answer : {DoubleItem::kSetItem, DoubleItem::kNothing, DoubleItem::kAuto}) {
       book.BookCollection().Clear();
       book.NoMoreQuestions = false;
       doubles.asked.clear();
       doubles.answer = answer;
-      ASSERT_TRUE(book.BookDataAdd(Item("1", one.oldName, one.oldAddress), true));
+      ASSERT_TRUE(book.BookDataAdd(Item("1", was), true));
       book.BookChanged = false;
-      const bool replaced = one.replaced && (!one.asked || answer == DoubleItem::kSetItem);
-      EXPECT_EQ(book.BookDataAdd(Item("1", one.newName, one.newAddress), false), replaced) << label;
-      EXPECT_EQ(book.BookChanged, replaced) << label;
-      EXPECT_EQ(Entry("1")->Address(), replaced ? one.newAddress : one.oldAddress) << label;
-      EXPECT_EQ(doubles.asked, one.asked ? std::vector<std::string>{"1: " + label} : std::vector<std::string>{});
-      EXPECT_EQ(book.NoMoreQuestions, one.asked && answer == DoubleItem::kAuto);
+      const bool isReplaced = replaced && (!asked || answer == DoubleItem::kSetItem);
+      EXPECT_EQ(book.BookDataAdd(Item("1", comes), false), isReplaced) << was << " " << comes;
+      EXPECT_EQ(book.BookChanged, isReplaced) << was << " " << comes;
+      EXPECT_EQ("/" + Entry("1")->Address(), Address(isReplaced ? comes : was)) << was << " " << comes;
+      EXPECT_EQ(doubles.asked.size(), asked ? 1u : 0u);
+      EXPECT_EQ(book.NoMoreQuestions, asked && answer == DoubleItem::kAuto);
     }
   }
-  book.BookDataAdd(Item("1", "", "z"), false);
-  EXPECT_EQ(doubles.asked.size(), 1u);  // kAuto was the last answer
-  EXPECT_FALSE(book.BookDataAdd(Item("1", "New", ""), true));
-  EXPECT_EQ(boxes.shown,
-            std::vector<std::string>{"Vorlix 48: Ein Eintrag mit dieser Telefonnummer ist bereits vorhanden!"});
-  EXPECT_FALSE(book.BookDataAdd(Item("", "New", ""), false));
-  EXPECT_FALSE(book.BookDataAdd(nullptr, false));
-  book.NoMoreQuestions = false;
+  EXPECT_THAT(doubles.asked, ElementsAre("1: /x /y"));
+  EXPECT_FALSE(book.BookDataAdd(Item("1", "/z"), false)) << "kAuto was the last answer";
+  EXPECT_EQ(doubles.asked.size(), 1u);
+}
+
+TEST_F(BookTest, AnEntryByHandIsNeverADoubleAndMayBeTypedAnew) {
+  ASSERT_TRUE(book.BookDataAdd(Item("1", "/x"), true));
+  EXPECT_FALSE(book.BookDataAdd(Item("1", "New/"), true));
+  EXPECT_THAT(boxes.shown, ElementsAre("Vorlix 48: Ein Eintrag mit dieser Telefonnummer ist bereits vorhanden!"));
+  EXPECT_FALSE(book.BookDataAdd(Item("", "New/"), false) || book.BookDataAdd(nullptr, false));
   doubles.answer = DoubleItem::kSetItem;
   doubles.typedAddress = "typed";
-  EXPECT_TRUE(book.BookDataAdd(Item("1", "", "z"), false));
+  EXPECT_TRUE(book.BookDataAdd(Item("1", "/z"), false));
   EXPECT_EQ(Entry("1")->Address(), "typed");
 }
 
@@ -190,17 +192,12 @@ TEST_F(BookTest, LooksANumberUpByItsExactText) {
       "Meier;0301;3;0;0;0;Weg 1;tags\r\n-;0302;3;0;0;0;Weg 2;\r\n;0303;3;0;0;0;Weg 3;\r\nB;0304;3;0;1;0;;tags\r\n"
       "N;0305;3;0;1;0;;nachts\r\n"
       "L;0306;3;0;0;0;;;0;1;;;;[vcd(1;0307;;;;;;;;;;;;;)vcd]\r\nM;0307;3;0;0;0;;;0;1;;;;[vcd(0;;Anna)vcd]\r\n");
-  struct Case {
-    std::string number;
-    int mode;
-    std::string text, card;
-    int blocked;
-  };
-  for (const auto& [number, mode, text, card, blocked] :
-       {Case{"0301", 1, "Meier Weg 1 tags", "", 0}, Case{"0302", 2, "  ", "", 0}, Case{"0303", 0, " Weg 3 ", "", 0},
-        Case{"0304", 1, "B  tags", "", 2}, Case{"0305", 1, "N  nachts", "", 0}, Case{"0306", 1, "L  ", "Anna", 0},
-        Case{"301", 0, "  ", "", 0}, Case{"0301 ", 0, "  ", "", 0}, Case{"+301", 0, "  kept", "", 0},
-        Case{"", 0, "  kept", "", 0}, Case{"Unbekannt", 0, "  kept", "", 0}, Case{"1unbekannt", 0, "  kept", "", 0}}) {
+  using Case = std::tuple<std::string, int, std::string, int>;  // number, mode, texts of the entry and card, blocked
+  for (const auto& [number, mode, text, blocked] :
+       {Case{"0301", 1, "Meier Weg 1 tags ", 0}, Case{"0302", 2, "   ", 0}, Case{"0303", 0, " Weg 3  ", 0},
+        Case{"0304", 1, "B  tags ", 2}, Case{"0305", 1, "N  nachts ", 0}, Case{"0306", 1, "L   Anna", 0},
+        Case{"301", 0, "   ", 0}, Case{"0301 ", 0, "   ", 0}, Case{"+301", 0, "  kept ", 0}, Case{"", 0, "  kept ", 0},
+        Case{"1unbekannt", 0, "  kept ", 0}}) {
     oDataCall call = Call(number);
     call.NameMode = 1;
     call.Name("old");
@@ -208,8 +205,7 @@ TEST_F(BookTest, LooksANumberUpByItsExactText) {
     call.BookTimeName = "kept";
     EXPECT_EQ(book.GetNumberData(call, false, false), mode) << number;
     EXPECT_EQ(call.NameMode, mode) << number;
-    EXPECT_EQ(call.Name() + " " + call.Address() + " " + call.BookTimeName, text) << number;
-    EXPECT_EQ(call.Card().BookVCsName, card) << number;
+    EXPECT_EQ(call.Name() + " " + call.Address() + " " + call.BookTimeName + " " + call.Card().BookVCsName, text);
     EXPECT_EQ(call.BlockFunction, blocked) << number;
     EXPECT_EQ(call.Blocked, blocked == 2) << number;
   }
@@ -225,8 +221,8 @@ TEST_F(BookTest, ALoadingJournalLearnsTheName) {
   Read("Meier;0301;3;0;0;0;Weg 1;");
   for (const bool loading : {false, true}) {
     flags.JournalLoading = loading;
-    oDataCall call = Call("0301"), line = Call("0301");
-    book.GetNumberData(call, false, false);
+    oDataCall line = Call("0301");
+    Look("0301", false, false);
     cache.SpeedBuffer_Journal_Get(line);
     EXPECT_EQ(line.Name(), loading ? "Meier" : "");
   }
@@ -234,30 +230,29 @@ TEST_F(BookTest, ALoadingJournalLearnsTheName) {
 
 TEST_F(BookTest, CountsACallWithOneWriteOfEachFile) {
   Read("Meier;0301;3;0;0;0;;\r\nEnd;0302;2147483647;0;0;0;;" + kTail);
-  oDataCall call = Call("0301");
-  book.GetNumberData(call, true, true);
-  EXPECT_TRUE(Book().starts_with("Meier;0301;4;")) << Book();
-  EXPECT_EQ(store.Writes(), 2);
-  EXPECT_EQ(listsRefreshed, 11);
+  Look("0301");
+  EXPECT_THAT(Book(), StartsWith("Meier;0301;4;"));
+  EXPECT_EQ(store.Writes() * 100 + listsRefreshed, 211);
   book.CountDialled("0301");
   book.CountDialled("0309");
-  oDataCall end = Call("0302");
-  book.GetNumberData(end, false, true);
+  Look("0302", false);
   EXPECT_EQ(Book(), "Meier;0301;4;0;0;0;;;0;2;;;;[vcd()vcd]\r\nEnd;0302;2147483647;0;0;0;;" + kTail);
-  oDataCall miss = Call("0303");
-  book.GetNumberData(miss, true, true);
-  EXPECT_TRUE(Book().ends_with(";0303;1;1;0;0;;" + kTail)) << Book();
+  Look("0303");
+  EXPECT_THAT(Book(), EndsWith(";0303;1;1;0;0;;" + kTail));
   EXPECT_EQ(store.Writes(), 8);
   EXPECT_FALSE(book.BookChanged);
+}
 
+TEST_F(BookTest, ACallWhileTheBooksWindowIsOpenCountsInItsCopy) {
+  Read("Meier;0301;4;0;0;0;;" + kTail);
   window.copy = book.BookCollection().Clone();
-  window.open = true;
-  book.GetNumberData(call, true, true);
+  for (const bool open : {true, false}) {
+    window.open = open;
+    if (open) Look("0301");
+    EXPECT_EQ(Entry("0301")->CallCountIn, open ? 5 : 4);
+  }
   EXPECT_TRUE(book.BookChanged);
-  EXPECT_EQ(window.refreshed * 100 + store.Writes(), 108);
-  EXPECT_EQ(Entry("0301")->CallCountIn, 5);
-  window.open = false;
-  EXPECT_EQ(Entry("0301")->CallCountIn, 4);
+  EXPECT_EQ(window.refreshed * 100 + store.Writes(), 100);
 }
 
 TEST_F(BookTest, AWriteRotatesMovesToTheBlacklistAndDropsTheDeleted) {
@@ -267,7 +262,7 @@ TEST_F(BookTest, AWriteRotatesMovesToTheBlacklistAndDropsTheDeleted) {
   blackList.meanwhile = [this] { book.CountDialled("0301"); };  // its message lets the loop run
   EXPECT_TRUE(book.WriteBookData(false));
   blackList.meanwhile = nullptr;
-  EXPECT_EQ(blackList.added, std::vector<std::string>{"0302 Bad"});
+  EXPECT_THAT(blackList.added, ElementsAre("0302 Bad"));
   const std::string written = Book();
   EXPECT_EQ(written, "Meier;0301;3;0;0;0;;;0;2;;;;[vcd()vcd]\r\n");
   EXPECT_FALSE(Entry("0302"));
@@ -288,13 +283,15 @@ TEST_F(BookTest, AWriteRotatesMovesToTheBlacklistAndDropsTheDeleted) {
 TEST_F(BookTest, ABookThatCannotBeReadOrWrittenIsNotLost) {
   const std::string text = "Meier;0301;3;0;0;0;;" + kTail;
   store.AddFile(kCache, "0302|Found|\r\n");
-  store.Fail(Op::kRead, EIO, "Vorlixbook.txt", 1);
+  store.Fail(Op::kRead, EIO, "Vorlixbook.txt");
   Read(text);
   book.CountDialled("0301");
-  oDataCall miss = Call("0303");
-  book.GetNumberData(miss, true, true);
+  Look("0303");
   EXPECT_EQ(store.Writes(), 0);
-  EXPECT_NE(ErrorLog().find("it could not be read before"), std::string::npos) << ErrorLog();
+  EXPECT_THAT(ErrorLog(), HasSubstr("it could not be read before"));
+  store.FailNothing();
+  book.CountDialled("0301");  // and it can be read again
+  EXPECT_EQ(Book(), "Meier;0301;3;0;0;0;;;0;2;;;;[vcd()vcd]\r\n;0303;1;1;0;0;;" + kTail);
 
   store.Fail(Op::kRead, EIO, "cache.inv", 1);
   Read(text);
@@ -320,7 +317,8 @@ TEST_F(BookTest, TakesOverWhatAnotherProgramWrote) {
   store.AddFile(kPath, "Other;0301;3;0;0;0;;");
   EXPECT_TRUE(book.FileWatchBookChanged(false));
   book.BookChanged = true;
-  book.tmFileWatch_Timer();
+  EXPECT_TRUE(book.tmFileWatch_Timer());
+  EXPECT_FALSE(book.tmFileWatch_Timer());
   EXPECT_EQ(Entry("0301")->Name(), "Other");
   EXPECT_FALSE(book.BookChanged);
   EXPECT_FALSE(book.FileWatchBookChanged(false));
@@ -331,8 +329,7 @@ TEST_F(BookTest, TakesOverWhatAnotherProgramWrote) {
 TEST_F(BookTest, ACallDuringAQuestionDoesNotWriteHalfABook) {
   Read("Meier;0301;3;0;0;0;;");
   doubles.meanwhile = [this] {
-    oDataCall call = Call("0301");
-    EXPECT_EQ(book.GetNumberData(call, true, true), 1);
+    EXPECT_EQ(Look("0301"), 1);
     book.BookData_Read();
     EXPECT_EQ(store.Writes(), 0);
   };
@@ -341,7 +338,28 @@ TEST_F(BookTest, ACallDuringAQuestionDoesNotWriteHalfABook) {
   EXPECT_EQ(doubles.asked.size(), 1u);
   EXPECT_EQ(book.BookCollection().Count(), 2u);
   EXPECT_EQ(ErrorLog(), "");
-  EXPECT_EQ(progress.shown, (std::vector<std::string>{"lade Telefonbuch... 1", "lade Telefonbuch... 2"}));
+  EXPECT_THAT(progress.shown, ElementsAre("lade Telefonbuch... 1", "lade Telefonbuch... 2"));
+}
+
+TEST_F(BookTest, ABookWhoseDriveComesLateIsReadBeforeItIsWritten) {
+  const std::string late = "Meier;0301;3;0;0;0;;" + kTail;
+  for (const bool isEmpty : {true, false}) {  // a file that another program begins, or none
+    ASSERT_TRUE(store.Remove(kPath));
+    if (isEmpty) store.AddFile(kPath, "");
+    book.FileWatchBookChanged(true);
+    book.BookData_Read();
+    Look("0303");  // written where the drive is to be
+    EXPECT_EQ(Book(), ";0303;1;1;0;0;;" + kTail);
+    ASSERT_TRUE(store.Remove(kPath));
+    store.AddFile(kPath, late);
+    Look("0304");
+    EXPECT_EQ(Book(), late + ";0303;1;1;0;0;;" + kTail + ";0304;1;1;0;0;;" + kTail);
+    EXPECT_EQ(Look("0301"), 1);
+    EXPECT_THAT(Book(), HasSubstr("Meier;0301;4;"));
+  }
+  store.AddFile(kPath, "Other;0301;3;0;0;0;;");  // and from then on it is this program's
+  book.CountDialled("0301");
+  EXPECT_THAT(Book(), HasSubstr("Meier;0301;4;"));
 }
 
 }  // namespace
