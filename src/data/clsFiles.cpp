@@ -37,6 +37,16 @@ std::string LastLines(const std::string& text, std::size_t most) {
   return lineEnd == std::string::npos ? std::string() : text.substr(lineEnd + 1);
 }
 
+// What the names of a file's generations begin with.
+std::string GenerationBase(const std::string& path) {
+  const auto name = path.rfind('/') + 1;  // a folder keeps a ".txt" of its own
+  return path.substr(0, name) + Replace(path.substr(name), ".txt", "");
+}
+
+std::string Newest(const std::string& base) {
+  return base + ".bak";
+}
+
 std::string Generation(const std::string& base, int number) {
   return base + ".b0" + std::to_string(number);
 }
@@ -71,9 +81,8 @@ void clsFiles::FileMakeBackup(const std::string& path, int count, const std::fun
   Trapped(
       "clsFiles_FileMakeBackup",
       [&] {
-        const auto name = path.rfind('/') + 1;  // a folder keeps a ".txt" of its own
-        const std::string base = path.substr(0, name) + Replace(path.substr(name), ".txt", "");
-        const std::string newest = base + ".bak";
+        const std::string base = GenerationBase(path);
+        const std::string newest = Newest(base);
         if (count > 1) {
           DeleteOne("Del=", Generation(base, count - 1));
           if (delay) delay();
@@ -88,6 +97,12 @@ void clsFiles::FileMakeBackup(const std::string& path, int count, const std::fun
         Report("Copy=" + newest, FileExist(path) && FileCopy(path, newest, true), "FileNotExist");
       },
       path, count);
+}
+
+bool clsFiles::IsPoorerThanBackup(const std::string& path) {
+  std::string content;
+  if (files_.Read(path, content) && !content.empty()) return false;
+  return files_.Stat(Newest(GenerationBase(path))).size > 0;
 }
 
 void clsFiles::DeleteOne(const std::string& step, const std::string& file) {

@@ -39,6 +39,8 @@ class clsFiles {
   bool FileWrite_Data(const std::string& path, std::string_view line, int backupCount);
   // Keeps `count` generations: ".bak" and ".b01" to ".b0" + (count - 1). `delay` runs before the renames and the copy.
   void FileMakeBackup(const std::string& path, int count, const std::function<void()>& delay = {});
+  // Whether a file is missing, empty or cannot be read while its newest generation has content.
+  bool IsPoorerThanBackup(const std::string& path);
   // Appends date, two blanks, time, two blanks and the text. A file above `maximumKB` (below 1: no limit) first loses
   // lines from its beginning, down to three quarters.
   bool FileWrite_Log(const std::string& path, std::string_view text, int maximumKB);

@@ -213,6 +213,8 @@ void modJournal::CheckReverseOfJournal() {
     if (first <= last) return;
     std::erase_if(lines, [](std::string_view line) { return Trim(line).empty(); });
     std::reverse(lines.begin(), lines.end());
+    // Two dates decide, and a clock that was wrong once may have written one of them.
+    ports_.files.FileMakeBackup(JournalPath(), ports_.backupCount());
     ports_.files.MakeFile(JournalPath(), Joined(lines), false);
   });
 }

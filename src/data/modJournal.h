@@ -120,8 +120,8 @@ class modJournal : public CallRecords {
   bool WriteJournalData(const std::string& path, const std::vector<Item>& items, bool resetViewed);
   // Clears the new-call mark of every line; a file without one is not touched.
   void ResetViewedInJournalFile(const std::string& path);
-  // Turns a journal around that stands newest first, as a file of three lines or more can show by its dates. For the
-  // start of the program.
+  // Turns a journal around that stands newest first, as a file of three lines or more can show by its dates; how it
+  // stood becomes a backup generation. For the start of the program.
   void CheckReverseOfJournal();
 
   std::string JournalPath() const;

@@ -37,12 +37,13 @@ class FileStore {
   // Puts `bytes` in place of the file's content, or makes the file: in place, one write over the old content, the
   // length cut last. On a full disk the old content may be damaged from the front, never silently.
   virtual IoResult Overwrite(const std::string& path, std::string_view bytes) = 0;
-  // Adds `bytes` at the end in one write, or makes the file. If not all of them fit, the file gets its old length back.
+  // Adds `bytes` at the end in one write, or makes the file. If not all of them fit, the part is taken back.
   // With `ownLine`, a file that does not end with a line end gets one first, within the same write.
   virtual IoResult Append(const std::string& path, std::string_view bytes, bool ownLine = false) = 0;
   virtual IoResult Rename(const std::string& from, const std::string& to) = 0;
   // A file that does not exist counts as removed.
   virtual IoResult Remove(const std::string& path) = 0;
+  // A target that was made for it and could not be filled is removed.
   virtual IoResult Copy(const std::string& from, const std::string& to, bool overwrite) = 0;
   // Makes one folder, its parents must exist; mode 0700.
   virtual IoResult MakeFolder(const std::string& path) = 0;

@@ -15,6 +15,9 @@ enum HelperCommand : std::uint32_t {
   kHelperLost = 7,
 };
 inline constexpr std::uint32_t kHelperCommandMask = 0x07;
+
+// A second start of the program to the first, which it gives way to: somebody is looking for it.
+inline constexpr std::uint32_t kComeForward = 3;
 // What the main program reads as the source.
 inline constexpr std::uint32_t kHelperSourceMask = 0xF8;
 

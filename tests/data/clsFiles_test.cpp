@@ -1,5 +1,8 @@
 #include "data/clsFiles.h"
 
+#include <array>
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "data/FileLogStore.h"
@@ -8,51 +11,48 @@
 namespace vorlix {
 namespace {
 
+using testing::HasSubstr;
 using Op = MemoryFileStore::Operation;
 const std::string kBook = "/vorlix/data/book.txt";
 const std::string kBase = "/vorlix/data/book";
 
 class FilesTest : public testing::Test, protected DataRoom {
  protected:
+  // The book and its generations, a character for each.
+  void Generations(const std::string& contents) {
+    for (std::size_t i = 0; i < contents.size(); ++i)
+      store.AddFile(i == 0 ? kBook : kBase + kEnds[i - 1], contents.substr(i, 1));
+  }
   // The generations that are there, newest first, by what is in them.
   std::string Generations() const {
     std::string all;
-    for (const char* end : {".bak", ".b01", ".b02", ".b03"}) {
+    for (const char* end : kEnds)
       all += store.Exists(kBase + end) ? store.Content(kBase + end) : "-";
-    }
     return all;
   }
+
+  static constexpr std::array<const char*, 4> kEnds{".bak", ".b01", ".b02", ".b03"};
 };
 
 TEST_F(FilesTest, BackupsMoveOnByOneGeneration) {
-  struct Case {
-    int count;
-    std::string after;
-  };
-  for (const auto& [count, after] : {Case{0, "1234"}, Case{1, "0234"}, Case{2, "0134"}, Case{4, "0123"}}) {
-    store.AddFile(kBook, "0");
-    store.AddFile(kBase + ".bak", "1");
-    store.AddFile(kBase + ".b01", "2");
-    store.AddFile(kBase + ".b02", "3");
-    store.AddFile(kBase + ".b03", "4");
+  for (const auto& [count, after] : {std::pair{0, "1234"}, {1, "0234"}, {2, "0134"}, {4, "0123"}}) {
+    Generations("01234");
     files.FileMakeBackup(kBook, count);
     EXPECT_EQ(Generations(), after) << count;
   }
   files.FileDelete(kBook);
   files.FileMakeBackup(kBook, 4);
   EXPECT_EQ(Generations(), "-012");
-  store.AddFile("/vorlix/data/Vorlix.ini", "settings");
-  files.FileMakeBackup("/vorlix/data/Vorlix.ini", 1);
-  EXPECT_EQ(store.Content("/vorlix/data/Vorlix.ini.bak"), "settings");
   store.AddFile("/vorlix/old.txt.d/book.txt", "in a folder");
   files.FileMakeBackup("/vorlix/old.txt.d/book.txt", 1);
   EXPECT_EQ(store.Content("/vorlix/old.txt.d/book.bak"), "in a folder");
+  store.AddFile("/vorlix/data/Vorlix.ini", "settings");
+  files.FileMakeBackup("/vorlix/data/Vorlix.ini", 1);
+  EXPECT_EQ(store.Content("/vorlix/data/Vorlix.ini.bak"), "settings");
 }
 
 TEST_F(FilesTest, ABackupGoesOnAfterAFailureAndSaysSoInTheTrace) {
-  store.AddFile(kBook, "0");
-  store.AddFile(kBase + ".bak", "1");
-  store.AddFile(kBase + ".b01", "2");
+  Generations("012");
   store.Fail(Op::kRename, EACCES, ".b01");
   ErrorHandling().Switches.TraceMode = true;
   int waits = 0;
@@ -60,11 +60,9 @@ TEST_F(FilesTest, ABackupGoesOnAfterAFailureAndSaysSoInTheTrace) {
   ErrorHandling().Trace_Flush();
   EXPECT_EQ(Generations(), "01--");
   EXPECT_EQ(waits, 2);
-  const std::string trace = log.Text(R"(\log\trace.log)");
   for (const std::string& step : {"Del=" + kBase + ".b02 Not found", "Ren=" + kBase + ".b01FileExist",
-                                  "Ren=" + kBase + ".bak OK", "Copy=" + kBase + ".bak OK"}) {
-    EXPECT_NE(trace.find(step), std::string::npos) << step << " in " << trace;
-  }
+                                  "Ren=" + kBase + ".bak OK", "Copy=" + kBase + ".bak OK"})
+    EXPECT_THAT(log.Text(R"(\log\trace.log)"), HasSubstr(step));
 }
 
 TEST_F(FilesTest, EveryStepOfTheSharedCounterMakesABackup) {
@@ -88,8 +86,7 @@ TEST_F(FilesTest, EveryStepOfTheSharedCounterMakesABackup) {
 TEST_F(FilesTest, ALineThatCannotBeWrittenIsToldAndTheNextIsTriedAgain) {
   store.Fail(Op::kAppend, ENOSPC, "book.txt", 1);
   EXPECT_FALSE(files.FileWrite_Data(kBook, "lost", 1));
-  EXPECT_NE(ErrorLog().find("clsFiles_MakeFile + 28 + open /vorlix/data/book.txt: No space left"), std::string::npos)
-      << ErrorLog();
+  EXPECT_THAT(ErrorLog(), HasSubstr("clsFiles_MakeFile + 28 + open /vorlix/data/book.txt: No space left"));
   ASSERT_EQ(boxes.shown.size(), 1u);
   EXPECT_TRUE(files.FileWrite_Data(kBook, "kept", 1));
   EXPECT_EQ(store.Content(kBook), "kept\r\n");
@@ -101,38 +98,27 @@ TEST_F(FilesTest, ALineThatCannotBeWrittenIsToldAndTheNextIsTriedAgain) {
 }
 
 TEST_F(FilesTest, ALogIsTrimmedToThreeQuartersOnlyAboveItsLimit) {
-  const std::string path = "/vorlix/log/error.log";
-  const std::string entry = "2024/03/13  12:00:00  text\r\n";
-  const std::string line = std::string(62, 'x') + "\r\n";
+  const std::string entry = "2024/03/13  12:00:00  text\r\n", line = std::string(62, 'x') + "\r\n";
   std::string full;
   while (full.size() < 4096)
     full += line;
-  EXPECT_TRUE(files.FileWrite_Log(path, "text", 4));
-  EXPECT_EQ(store.Content(path), entry);
-  for (const int limit : {4, 0}) {
-    store.AddFile(path, full + (limit == 0 ? full : ""));
-    files.FileWrite_Log(path, "text", limit);
-    EXPECT_EQ(store.Content(path).size(), (limit == 0 ? 8192 : 4096) + entry.size());
-  }
-  store.AddFile(path, "y" + full);
-  files.FileWrite_Log(path, "text", 4);
-  EXPECT_EQ(store.Content(path), full.substr(0, 3072) + entry);
-  store.AddFile(path, std::string(5000, 'z'));
-  files.FileWrite_Log(path, "text", 4);
-  EXPECT_EQ(store.Content(path), entry);
-  store.AddFile(path, "y" + full);
+  const auto written = [this](const std::string& before, int limit) {
+    store.AddFile("/vorlix/log/error.log", before);
+    files.FileWrite_Log("/vorlix/log/error.log", "text", limit);
+    return store.Content("/vorlix/log/error.log");
+  };
+  EXPECT_EQ(written("", 4), entry);
+  EXPECT_EQ(written(full, 4), full + entry);
+  EXPECT_EQ(written(full + full, 0), full + full + entry);
+  EXPECT_EQ(written("y" + full, 4), full.substr(0, 3072) + entry);
+  EXPECT_EQ(written(std::string(5000, 'z'), 4), entry);
   store.Fail(Op::kRead, EIO);
-  files.FileWrite_Log(path, "text", 4);
-  EXPECT_EQ(store.Content(path), "y" + full + entry);
+  EXPECT_EQ(written("y" + full, 4), "y" + full + entry);
 }
 
 TEST_F(FilesTest, CountsAndSplitsFilesWithAnyLineEnds) {
-  struct Case {
-    std::string bytes;
-    int lineCount;  // with LF alone a wrong one, by which callers size their arrays
-    int rows;
-    std::vector<std::string> lines;
-  };
+  // The first count is wrong with LF alone; callers size their arrays by it.
+  using Case = std::tuple<std::string, int, int, std::vector<std::string>>;
   for (const auto& [bytes, lineCount, rows, lines] :
        {Case{"", 0, 0, {""}}, Case{"a", 1, 1, {"a"}}, Case{"a\r\nb", 2, 2, {"a", "b"}},
         Case{" a\r\n b \r\n", 2, 2, {"a", " b ", ""}}, Case{"a\nb\nc\nd\n", 3, 1, {"a", "b", "c", "d", ""}},
@@ -146,55 +132,46 @@ TEST_F(FilesTest, CountsAndSplitsFilesWithAnyLineEnds) {
     EXPECT_EQ(stream, "");
   }
   int count = 0;
-  EXPECT_TRUE(files.CheckFileMaxLines(kBook, 2, count));
-  EXPECT_FALSE(files.CheckFileMaxLines(kBook, 3, count));
+  EXPECT_TRUE(files.CheckFileMaxLines(kBook, 2, count) && !files.CheckFileMaxLines(kBook, 3, count));
   EXPECT_EQ(count, 2);
   EXPECT_EQ(files.fOpenFileToStream("/vorlix/missing", count), "");
   EXPECT_EQ(ErrorLog(), "");
   store.Fail(Op::kRead, EIO);
   EXPECT_EQ(files.fOpenFileToStream(kBook, count), "");
-  EXPECT_NE(ErrorLog().find("clsFiles_fOpenFileToStream + 5"), std::string::npos);
+  EXPECT_THAT(ErrorLog(), HasSubstr("clsFiles_fOpenFileToStream + 5"));
 }
 
 TEST_F(FilesTest, AnArrayLosesItsEmptyElementsAndMayNotOverflow) {
   EXPECT_TRUE(files.WriteArrayToFile(kBook, {"a", "", "b"}));
   EXPECT_EQ(store.Content(kBook), "a\r\nb\r\n");
   EXPECT_FALSE(files.WriteArrayToFile(kBook, std::vector<std::string>(32768, "x")));
-  EXPECT_NE(ErrorLog().find("clsFiles_WriteArrayToFile + 6 + Overflow"), std::string::npos);
+  EXPECT_THAT(ErrorLog(), HasSubstr("clsFiles_WriteArrayToFile + 6 + Overflow"));
   EXPECT_EQ(store.Content(kBook), "a\r\nb\r\n");
   EXPECT_TRUE(files.WriteArrayToFile(kBook, std::vector<std::string>(32767, "x")));
 }
 
 TEST_F(FilesTest, TakesPartsOfATextFromEitherEnd) {
-  struct Case {
-    int count;
-    bool fromEnd, withComments;
-    std::string part;
-  };
+  using Case = std::tuple<int, bool, bool, std::string>;
   for (const auto& [count, fromEnd, withComments, part] :
        {Case{-1, false, true, "a\r\n ;b\r\nc"}, Case{9, true, false, "a\r\nc"}, Case{0, false, false, "a"},
-        Case{1, false, true, "a\r\n ;b"}, Case{0, true, false, "c"}, Case{1, true, false, "c"}}) {
+        Case{1, false, true, "a\r\n ;b"}, Case{0, true, false, "c"}}) {
     EXPECT_EQ(clsFiles::fStream_GetLastLines("a\r\n ;b\r\nc", count, fromEnd, withComments), part) << count;
   }
   EXPECT_EQ(clsFiles::fStream_GetLastLines("", 5, true, true), "");
   for (const auto& [text, trimmed] :
-       {std::pair{"\r\n\n\r\n", ""}, {"\r\n\na\r\nb\n\r\n", "a\r\nb"}, {"\n\r\na", "\r\na"}}) {
+       {std::pair{"\r\n\n\r\n", ""}, {"\r\n\na\r\nb\n\r\n", "a\r\nb"}, {"\n\r\na", "\r\na"}})
     EXPECT_EQ(clsFiles::TrimCR(text), trimmed);
-  }
 }
 
 TEST_F(FilesTest, KnowsPathsAndFolders) {
   const PathParts parts = fSplitPath(R"(\data\a.b\name.txt.bak)");
   EXPECT_EQ(parts.path + "|" + parts.name + "|" + parts.extension, "/data/a.b/|name.txt|.bak");
-  EXPECT_EQ(fSplitPath("name").extension, "");
-  EXPECT_EQ(fFileSep(R"(\data\mail)"), "/data/mail/");
+  EXPECT_EQ(fSplitPath("name").extension + fFileSep(R"(\data\mail)"), "/data/mail/");
   EXPECT_TRUE(files.fDirExist("/vorlix/data/", false));
   EXPECT_FALSE(files.fDirExist("/vorlix/new/deep", false));
   EXPECT_TRUE(files.fDirExist("/vorlix/new/deep", true));
-  EXPECT_FALSE(files.fDirExist("", true));
   store.AddFile(kBook, "");
-  EXPECT_FALSE(files.fDirExist(kBook, true));
-  EXPECT_FALSE(files.FileExist("/vorlix/new"));
+  EXPECT_FALSE(files.fDirExist(kBook, true) || files.fDirExist("", true) || files.FileExist("/vorlix/new"));
   EXPECT_TRUE(files.FileDelete("/vorlix/missing"));
 }
 
@@ -213,6 +190,20 @@ TEST_F(FilesTest, TheLogsOfTheErrorHandlingLieInTheDataFolder) {
   EXPECT_TRUE(logs.AppendLines(R"(\log\error.log)", "one\r\ntwo\r\n"));
   EXPECT_EQ(store.Content("/vorlix/log/error.log"), "2024/03/13  12:00:00  fault\r\none\r\ntwo\r\n");
   EXPECT_EQ(logs.RowCount(R"(\log\error.log)"), 3);
+}
+
+TEST_F(FilesTest, AFileThatHasLostItsContentIsPoorerThanItsBackup) {
+  const auto isPoorer = [this](const char* text, const char* backup) {
+    EXPECT_TRUE(store.Remove(kBook) && store.Remove("/vorlix/data/book.bak"));
+    if (text != nullptr) store.AddFile(kBook, text);
+    if (backup != nullptr) store.AddFile("/vorlix/data/book.bak", backup);
+    return files.IsPoorerThanBackup(kBook);
+  };
+  EXPECT_TRUE(isPoorer("", "b") && isPoorer(nullptr, "b"));
+  EXPECT_FALSE(isPoorer("t", "b") || isPoorer("t", nullptr) || isPoorer("", nullptr) || isPoorer(nullptr, ""));
+  isPoorer("t", "b");
+  store.Fail(Op::kRead, EIO, kBook);
+  EXPECT_TRUE(files.IsPoorerThanBackup(kBook));
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "data/modJournal.h"
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "data/journal_line.h"
@@ -12,6 +14,7 @@
 namespace vorlix {
 namespace {
 
+using testing::HasSubstr;
 using Op = MemoryFileStore::Operation;
 const std::string kPath = "/vorlix/data/Vorlixjournal.txt";
 const std::string kActive = "/vorlix/data/Vorlixactive.txt";
@@ -51,6 +54,14 @@ class JournalTest : public testing::Test, protected DataRoom {
            std::to_string(period) + "\r\n";
   }
   std::string Journal() const { return store.Content(kPath); }
+  // The journal after the work, which writes only where something changes.
+  void ExpectAfter(const std::string& before, const std::function<void()>& work, const std::string& after) {
+    store.AddFile(kPath, before);
+    store.requests.clear();
+    work();
+    EXPECT_EQ(Journal(), after);
+    EXPECT_EQ(store.Writes(), before == after ? 0 : 1) << before;
+  }
 
   PlainNumbers numbers;
   NotedArchive archive;
@@ -118,7 +129,7 @@ TEST_F(JournalTest, TheCallsInProgressAreAFileOfTheirOwn) {
   EXPECT_EQ(store.Content(kActive), "");
   store.Fail(Op::kOverwrite, EACCES);
   journal.WriteCallActiveData(active);
-  EXPECT_NE(ErrorLog().find("modJournal.WriteCallActiveData + 13"), std::string::npos) << ErrorLog();
+  EXPECT_THAT(ErrorLog(), HasSubstr("modJournal.WriteCallActiveData + 13"));
 }
 
 TEST_F(JournalTest, ReadsALineIntoARecord) {
@@ -128,39 +139,26 @@ TEST_F(JournalTest, ReadsALineIntoARecord) {
   EXPECT_EQ(call->BookSortString, "2010.02.059:07");
   EXPECT_EQ(call->DataNumber() + " " + call->MSN + " " + call->Notiz() + " " + call->Name(), "0301 77 a<CR>b Meier");
   EXPECT_EQ(call->BlockIndex * 1000 + call->CIP, 4016);
-  EXPECT_TRUE(call->NewCall && call->NewCallByService);
-  EXPECT_EQ(call->AVMDirection, CallDirection::kOutgoing);
+  EXPECT_TRUE(call->NewCall && call->NewCallByService && call->AVMDirection == CallDirection::kOutgoing);
   EXPECT_EQ(call->AVMCallperiod, 61);
-  struct Case {
-    std::string line;
-    bool noLookup;
-    bool isRecord;
-    std::string name;
-  };
-  for (const auto& [line, noLookup, isRecord, name] :
-       {Case{"05.02.2010\t09:07:00\tUnbekannt\t77\t0\t16\t1\t", false, true, ""},
-        Case{"05.02.2010\t09:07:00\t0301\t77\t0\t16\t1\t", true, true, ""},
-        Case{"05.02.2010\t25:07:00\t0301\t\t0\t16\t\t", false, true, "Meier"}, Case{"", false, false, ""},
-        Case{"no tab", false, false, ""}, Case{"05.02.2010\t09:07:00\t0301\t77\t0\t16\t1", false, false, ""},
-        Case{"05.02.2010\t\t0301\t77\t0\t16\t1\t", false, false, ""},
-        Case{"05.02.2010\t09:07:00\t0301\t77\t0\t\t1\t", false, false, ""}}) {
-    const auto item = journal.J_MakeItem(line, noLookup);
-    ASSERT_EQ(item != nullptr, isRecord) << line;
-    if (!isRecord) continue;
-    EXPECT_EQ(item->Name(), name) << line;
-    EXPECT_FALSE(item->NewCallByService) << line;
-    EXPECT_EQ(item->AVMCallperiod, 0) << line;
+  const std::string day = "05.02.2010\t";
+  for (const std::string& line : {day + "25:07:00\t0301\t\t0\t16\t\t", day + "09:07:00\tUnbekannt\t77\t0\t16\t1\t"}) {
+    const auto item = journal.J_MakeItem(line, false);
+    EXPECT_TRUE(item && !item->NewCallByService && item->AVMCallperiod == 0) << line;
+    EXPECT_EQ(item->Name(), line.ends_with("\t1\t") ? "" : "Meier");
+    EXPECT_EQ(journal.J_MakeItem(line, true)->Name(), "") << "nothing is looked up";
   }
+  for (const std::string& line : {std::string(), std::string("no tab"), day + "09:07:00\t0301\t77\t0\t16\t1",
+                                  day + "\t0301\t77\t0\t16\t1\t", day + "09:07:00\t0301\t77\t0\t\t1\t"})
+    EXPECT_FALSE(journal.J_MakeItem(line, false)) << line;
 }
 
 TEST_F(JournalTest, ReadsADateAsEveryOtherRoutineDoes) {
-  const char* dates[] = {"05.02.2010", "29.02.2023", "29-02/2024", "01.02.0024", "01.02.0999",
-                         "00.00.0000", "5.2.10",     "2010.02.05", "05.02.20x0", "0a.02.2010",
-                         " 5.2.2010",  "05022010",   "",           "05.02.2010x"};
-  const char* times[] = {"09:07:11", "24:00:00", "09:60:00", "09.07.11", "9:07",
-                         "09:07:5-", "",         "09-07-11", "09:07:11 "};
-  for (const std::string date : dates) {
-    for (const std::string time : times) {
+  for (const std::string date :
+       {"05.02.2010", "29.02.2023", "29-02/2024", "01.02.0024", "01.02.0999", "00.00.0000", "5.2.10", "2010.02.05",
+        "05.02.20x0", "0a.02.2010", " 5.2.2010", "05022010", "", "05.02.2010x"}) {
+    for (const std::string time :
+         {"09:07:11", "24:00:00", "09:60:00", "09.07.11", "9:07", "09:07:5-", "", "09-07-11", "09:07:11 "}) {
       const auto item = journal.J_MakeItem(date + "\t" + time + "\t0301\t\t0\t16\t\t", true);
       ASSERT_EQ(item != nullptr, !date.empty() && !time.empty());
       if (!item) continue;
@@ -199,19 +197,12 @@ TEST_F(JournalTest, AHugeJournalIsReadToItsEnd) {
 }
 
 TEST_F(JournalTest, ResettingTheMarksWritesOnlyWhereThereIsOne) {
-  const std::string head = "13.03.2024\t11:00:00\t0302\t77\t4\t16\t";
-  struct Case {
-    std::string before, after;
-  };
-  for (const auto& [before, after] :
-       {Case{head + "2\tx\r\nrubbish\n" + head + "1\t\r\n", head + "0\tx\t0\t0\r\n" + head + "0\t\t0\t0\r\n"},
-        Case{head + "0\tx\r\nrubbish\n" + head + "\t\r\n", ""}, Case{"", ""}}) {
-    store.AddFile(kPath, before);
-    store.requests.clear();
-    journal.ResetViewedInJournalFile(kPath);
-    EXPECT_EQ(Journal(), after.empty() ? before : after);
-    EXPECT_EQ(store.Writes(), after.empty() ? 0 : 1);
-  }
+  const std::string head = "13.03.2024\t11:00:00\t0302\t77\t4\t16\t",
+                    read = head + "0\tx\r\nrubbish\n" + head + "\t\r\n";
+  const auto reset = [this] { journal.ResetViewedInJournalFile(kPath); };
+  ExpectAfter(head + "2\tx\r\nrubbish\n" + head + "1\t\r\n", reset, head + "0\tx\t0\t0\r\n" + head + "0\t\t0\t0\r\n");
+  ExpectAfter(read, reset, read);
+  ExpectAfter("", reset, "");
   journal.ResetViewedInJournalFile("/vorlix/data/none.txt");
   EXPECT_FALSE(store.Exists("/vorlix/data/none.txt"));
 }
@@ -219,24 +210,28 @@ TEST_F(JournalTest, ResettingTheMarksWritesOnlyWhereThereIsOne) {
 TEST_F(JournalTest, AJournalThatStandsNewestFirstIsTurnedAround) {
   const std::string a = "11.03.2024\t11:00:00\t1\t\t0\t1\t\t", b = Line(2, "2"), c = Line(1, "3");
   const std::string none = "99.03.2024\t11:00:00\t1\t\t0\t1\t\t\r\n";
-  struct Case {
-    std::string before, after;  // nothing: the file is not touched
-  };
-  for (const auto& [before, after] :
-       {Case{c + b + a, a + "\r\n" + b + c},
-        Case{"\r\nrubbish\n" + c + " \n" + b + a + "\n\n", a + "\r\n" + b + c + "rubbish\r\n"}, Case{c + b + c, ""},
-        Case{a + "\r\n" + b + c, ""}, Case{c + b, ""}, Case{c + a, ""}, Case{c, ""}, Case{"", ""},
-        Case{b + c + none, ""}, Case{none + none + none, ""}, Case{none + c + b + none, none + b + c + none}}) {
-    store.AddFile(kPath, before);
-    store.requests.clear();
-    journal.CheckReverseOfJournal();
-    EXPECT_EQ(Journal(), after.empty() ? before : after);
-    EXPECT_EQ(store.Writes(), after.empty() ? 0 : 1);
-  }
+  const auto check = [this] { journal.CheckReverseOfJournal(); };
+  ExpectAfter(c + b + a, check, a + "\r\n" + b + c);
+  ExpectAfter("\r\nrubbish\n" + c + " \n" + b + a + "\n\n", check, a + "\r\n" + b + c + "rubbish\r\n");
+  ExpectAfter(none + c + b + none, check, none + b + c + none);
+  for (const std::string& kept :
+       {c + b + c, a + "\r\n" + b + c, c + b, c + a, c, std::string(), b + c + none, none + none + none})
+    ExpectAfter(kept, check, kept);
   store.AddFile(kPath, c + b + a);
   store.Fail(Op::kOverwrite, EACCES);
-  journal.CheckReverseOfJournal();
+  check();
   EXPECT_EQ(Journal(), c + b + a);
+}
+
+TEST_F(JournalTest, HowAJournalStoodBeforeItWasTurnedAroundIsKept) {
+  modJournal kept{{files, folders, blocks, clock, numbers, archive, names, [] { return 2; }}};
+  const std::string before = Line(0, "3") + Line(2, "1") + Line(1, "2");
+  store.AddFile(kPath, before);
+  for (int start = 0; start < 2; ++start)
+    kept.CheckReverseOfJournal();
+  EXPECT_EQ(Journal(), Line(1, "2") + Line(2, "1") + Line(0, "3"));
+  EXPECT_EQ(store.Content("/vorlix/data/Vorlixjournal.bak"), before);
+  EXPECT_FALSE(store.Exists("/vorlix/data/Vorlixjournal.b01"));
 }
 
 TEST_F(JournalTest, ARewriteTurnsTheArrayAroundAndNeverMakesAJournal) {
@@ -261,29 +256,18 @@ TEST_F(JournalTest, ThePeriodGoesIntoTheNewestLineOfTheNumberWithinTwoDays) {
   oDataCall call = Call("0301");
   call.CallDateTime = clock.Now();
   call.AVMCallperiod = 61;
+  const auto set = [&] { journal.SetCallPeriodInJournalFile(call); };
   const std::string other = Line(0, "03012");
-  struct Case {
-    std::string before, after;  // equal: the file is not touched
-  };
-  for (const auto& [before, after] :
-       {Case{Line(47, "0301") + Line(1, "0301") + other, Line(47, "0301") + Line(1, "0301", 61) + other},
-        Case{Line(47, "0301") + other, Line(47, "0301", 61) + other}, Case{Line(-47, "0301", 9), Line(-47, "0301", 61)},
-        Case{Line(48, "0301"), Line(48, "0301")}, Case{Line(-48, "0301"), Line(-48, "0301")},
-        Case{"rubbish", "rubbish"}, Case{"", ""}}) {
-    store.AddFile(kPath, before);
-    store.requests.clear();
-    journal.SetCallPeriodInJournalFile(call);
-    EXPECT_EQ(Journal(), after);
-    EXPECT_EQ(store.Writes(), before == after ? 0 : 1) << before;
-  }
+  ExpectAfter(Line(47, "0301") + Line(1, "0301") + other, set, Line(47, "0301") + Line(1, "0301", 61) + other);
+  ExpectAfter(Line(47, "0301") + other, set, Line(47, "0301", 61) + other);
+  ExpectAfter(Line(-47, "0301", 9), set, Line(-47, "0301", 61));
+  for (const std::string& kept : {Line(48, "0301"), Line(-48, "0301"), std::string("rubbish"), std::string()})
+    ExpectAfter(kept, set, kept);
   call.DataNumber("03\t01");
-  store.AddFile(kPath, Line(0, "03 01"));
-  journal.SetCallPeriodInJournalFile(call);
-  EXPECT_EQ(Journal(), Line(0, "03 01", 61));
+  ExpectAfter(Line(0, "03 01"), set, Line(0, "03 01", 61));
   call.AVMDirection = CallDirection::kOutgoing;
   call.AVMCallperiod = 99;
-  journal.SetCallPeriodInJournalFile(call);
-  EXPECT_EQ(Journal(), Line(0, "03 01", 61)) << "an incoming call's line";
+  ExpectAfter(Line(0, "03 01", 61), set, Line(0, "03 01", 61));  // an incoming call's line
   EXPECT_EQ(ErrorLog(), "");
 }
 
@@ -297,7 +281,7 @@ TEST_F(JournalTest, AJournalThatCannotBeReadOrWrittenStaysAsItIs) {
   call.AVMCallperiod = 61;
   journal.SetCallPeriodInJournalFile(call);
   EXPECT_EQ(Journal(), Line(1, "0301"));
-  EXPECT_NE(ErrorLog().find("modJournal.WriteJournalData + 13"), std::string::npos) << ErrorLog();
+  EXPECT_THAT(ErrorLog(), HasSubstr("modJournal.WriteJournalData + 13"));
   EXPECT_EQ(boxes.shown.size(), 1u);
 }
 

@@ -3,8 +3,10 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -12,6 +14,15 @@
 #include "fakes/MemoryFileStore.h"
 #include "fakes/TemporaryFolder.h"
 #include "services/ansi.h"
+
+namespace {
+std::function<ssize_t(int file, const char* bytes, size_t count)> instead;  // of the system's write
+}
+
+// Stands before the system's own: what another process does within an append can be told no other way.
+extern "C" ssize_t write(int file, const void* bytes, size_t count) {
+  return instead ? instead(file, static_cast<const char*>(bytes), count) : syscall(SYS_write, file, bytes, count);
+}
 
 namespace vorlix {
 namespace {
@@ -150,6 +161,7 @@ TEST_F(PosixFileStoreTest, ReportsAFullDiskAndLeavesNoHalfContentWhenTheWholeDoe
   const std::string old(6000, 'o');
   Put("a", old);
   Put("b", old);
+  Put("big", std::string(9000, 'n'));
   const auto former = std::signal(SIGXFSZ, SIG_IGN);
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
@@ -158,15 +170,38 @@ TEST_F(PosixFileStoreTest, ReportsAFullDiskAndLeavesNoHalfContentWhenTheWholeDoe
   const IoResult overwritten = store.Overwrite(At("a"), std::string(9000, 'n'));
   const IoResult appended = store.Append(At("b"), std::string(3000, 'n'));
   const IoResult made = store.Overwrite(At("c"), std::string(9000, 'n'));
+  const IoResult copied = store.Copy(At("big"), At("copy"), true);
   setrlimit(RLIMIT_FSIZE, &limit);
   std::signal(SIGXFSZ, former);
   EXPECT_EQ(overwritten.error, EFBIG);
   EXPECT_NE(appended.error, 0);
   EXPECT_NE(made.error, 0);
+  EXPECT_NE(copied.error, 0);
   EXPECT_EQ(Content("b"), old);
   EXPECT_EQ(Content("c"), "");
+  EXPECT_FALSE(store.Stat(At("copy")).IsFile()) << "it would count as a backup";
   EXPECT_EQ(store.Overwrite("/dev/full", "x").text, "write /dev/full: No space left on device");
   EXPECT_EQ(store.Append("/dev/full", "x", true).error, ENOSPC);
+}
+
+TEST_F(PosixFileStoreTest, AHalfLineIsTakenBackAndTheLinesOfAnotherProcessStay) {
+  for (const bool isOtherFirst : {true, false}) {
+    Put("a", "old\r\n");
+    const auto other = [this] {
+      const int file = open(At("a").c_str(), O_WRONLY | O_APPEND);
+      syscall(SYS_write, file, "other\r\n", 7);
+      close(file);
+    };
+    instead = [&](int file, const char* bytes, size_t) {
+      if (isOtherFirst) other();
+      const ssize_t part = syscall(SYS_write, file, bytes, 2);
+      if (!isOtherFirst) other();
+      return part;
+    };
+    EXPECT_EQ(store.Append(At("a"), "mine\r\n", true).error, ENOSPC);
+    instead = nullptr;
+    EXPECT_EQ(Content("a"), isOtherFirst ? "old\r\nother\r\n" : "old\r\nmiother\r\n");
+  }
 }
 
 }  // namespace

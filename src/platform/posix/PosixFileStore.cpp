@@ -96,15 +96,24 @@ bool EndsWithLineEnd(const File& file) {
   return last == '\n';
 }
 
+// Takes a part of a line back. Another process may have written meanwhile: a line in front of the part stays, and one
+// behind it keeps the part where it is.
+void TakeBack(const File& file, std::size_t written) {
+  const off_t end = lseek(file.descriptor.Get(), 0, SEEK_CUR);
+  struct stat info {};
+  if (!file.regular || end < 0 || fstat(file.descriptor.Get(), &info) != 0 || info.st_size != end) return;
+  Cut(file, static_cast<std::uint64_t>(end) - written);
+}
+
 IoResult WriteAtEnd(File& file, const std::string& path, std::string_view bytes) {
   ssize_t written = 0;
   do {
     written = bytes.empty() ? 0 : write(file.descriptor.Get(), bytes.data(), bytes.size());
   } while (written < 0 && errno == EINTR);
-  if (written < 0 || static_cast<std::size_t>(written) < bytes.size()) {
-    const int error = written < 0 ? errno : ENOSPC;
-    Cut(file, file.size);
-    return Failure("write", path, error);
+  if (written < 0) return Failure("write", path, errno);
+  if (static_cast<std::size_t>(written) < bytes.size()) {
+    TakeBack(file, static_cast<std::size_t>(written));
+    return Failure("write", path, ENOSPC);
   }
   const int closed = file.descriptor.Close();
   return closed == 0 ? IoResult{} : Failure("close", path, closed);
@@ -182,9 +191,10 @@ IoResult PosixFileStore::Copy(const std::string& from, const std::string& to, bo
   return Guarded(from, [&] {
     std::string bytes;
     if (auto content = Read(from, bytes); !content) return content;
-    if (overwrite) return Put(to, 0, bytes);
     auto copied = Put(to, O_EXCL, bytes);
-    if (!copied && copied.error != EEXIST) unlink(SystemText(to).c_str());
+    if (copied.error == EEXIST) return overwrite ? Put(to, 0, bytes) : copied;
+    // An empty file in place of a copy would count as one.
+    if (!copied) unlink(SystemText(to).c_str());
     return copied;
   });
 }
