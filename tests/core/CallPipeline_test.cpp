@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "fakes/MemoryLogStore.h"
+#include "fakes/AttachedLog.h"
 #include "fakes/RecordingPorts.h"
 #include "services/text.h"
 
@@ -93,30 +93,20 @@ TEST_F(CallPipelineTest, ARefusedCallIsDroppedAndJournalledAndHiddenWhereWanted)
 }
 
 TEST_F(CallPipelineTest, TheMainMenuRefusesByItsTwoSwitches) {
-  struct Row {
-    bool all, byTime, periodOn, refusedBefore;
-    int menu;
-    bool blocked;
-    int function;
-  };
-  const Row rows[] = {
-      {true, false, true, false, 0, false, 0},  // the own number takes no part
-      {true, false, true, false, 1, true, 1},   {true, false, true, false, 3, true, 1},
-      {true, false, true, false, 2, false, 0},  {false, true, true, false, 2, true, 1},
-      {false, true, false, false, 2, false, 0}, {false, true, true, false, 1, false, 0},
-      {true, true, false, true, 3, true, 3},  // what another rule has refused stays refused
-      {true, false, true, true, 1, true, 3},
-  };
-  for (const Row& row : rows) {
-    MenuBlocks(row.menu);
-    ports.options.mnuBlockAll = row.all;
-    ports.options.mnuBlockAllByTime = row.byTime;
-    ports.isPeriodOn = row.periodOn;
-    ports.isRefused = row.refusedBefore;
+  using Row = std::tuple<const char*, int, int>;  // all, by time, period on, refused before; own number; function
+  for (const auto& [given, menu, function] :
+       {Row{"all on", 0, 0}, Row{"all on", 1, 1}, Row{"all on", 3, 1}, Row{"all on", 2, 0}, Row{"time on", 2, 1},
+        Row{"time", 2, 0}, Row{"time on", 1, 0}, Row{"all time refused", 3, 3}, Row{"all on refused", 1, 3}}) {
+    const auto is = [given = std::string(given)](const char* word) { return given.find(word) != std::string::npos; };
+    MenuBlocks(menu);
+    ports.options.mnuBlockAll = is("all");
+    ports.options.mnuBlockAllByTime = is("time");
+    ports.isPeriodOn = is("on");
+    ports.isRefused = is("refused");
     Ring("1");
     const auto call = state.ActiveCallList.ItemByKeyAs<oDataCall>("0");
-    EXPECT_EQ(call->Blocked, row.blocked) << "menu " << row.menu << row.all << row.byTime;
-    EXPECT_EQ(call->BlockFunction, row.function);
+    EXPECT_EQ(call->Blocked, function != 0) << given << menu;
+    EXPECT_EQ(call->BlockFunction, function) << given << menu;
     End();
   }
 }
@@ -140,18 +130,12 @@ TEST_F(CallPipelineTest, ASimulatedCallWritesNothingUnlessWanted) {
 
 TEST_F(CallPipelineTest, TheOwnNumbersSwitchesTakeEachFunctionOff) {
   ports.options.ByCall = ports.options.Run = true;
-  struct Row {
-    const char* off;
-    const char* missing;
-  };
-  for (const Row& row : {Row{"0", "display"}, {"2", "book 1 add count"}, {"3", "run 1 0"}}) {
-    ports.functionsOff = row.off;
-    EXPECT_THAT(Ring("1"), Not(Contains(row.missing))) << row.off;
-    End();
+  for (const auto& [off, missing] :
+       {std::pair{"0", "display"}, {"1", "journal line of 1"}, {"2", "book 1 add count"}, {"3", "run 1 0"}}) {
+    ports.functionsOff = off;
+    EXPECT_THAT(Ring("1"), Not(Contains(missing))) << off;
+    EXPECT_THAT(End(), Not(Contains(missing))) << off;
   }
-  ports.functionsOff = "1";
-  Ring("1");
-  EXPECT_THAT(End(), Not(Contains("journal line of 1")));
   ports.functionsOff = "4";
   timers.tmSoundRepeat->SetEnabled(false);
   Ring("1");
@@ -160,19 +144,14 @@ TEST_F(CallPipelineTest, TheOwnNumbersSwitchesTakeEachFunctionOff) {
 
 TEST_F(CallPipelineTest, ProgramsRunNowOrAfterTheSearch) {
   ports.options.Run = ports.options.AutoSearch = true;
-  struct Row {
-    const char* name;
-    bool delay, refresh;
-    const char* run;
-  };
-  for (const Row& row : {Row{"", true, true, "run 1 1"},
-                         {"", false, true, "run 1 2"},
-                         {"", false, false, "run 1 0"},
-                         {"Meier", true, true, "run 1 0"}}) {
-    ports.name = row.name;
-    ports.options.RunInversDelay = row.delay;
-    ports.options.RunInversRefresh = row.refresh;
-    EXPECT_THAT(Ring("1"), Contains(row.run));
+  using Row = std::tuple<const char*, bool, bool, const char*>;
+  for (const auto& [name, delay, refresh, run] :
+       {Row{"", true, true, "run 1 1"}, Row{"", false, true, "run 1 2"}, Row{"", false, false, "run 1 0"},
+        Row{"Meier", true, true, "run 1 0"}}) {
+    ports.name = name;
+    ports.options.RunInversDelay = delay;
+    ports.options.RunInversRefresh = refresh;
+    EXPECT_THAT(Ring("1"), Contains(run));
     End();
   }
   ports.options.mnuNoFunctionBatch = true;
@@ -180,12 +159,13 @@ TEST_F(CallPipelineTest, ProgramsRunNowOrAfterTheSearch) {
 }
 
 TEST_F(CallPipelineTest, MailGoesOutAtTheStartOrAtTheEnd) {
-  ports.options.MailActive = ports.options.SendPrio = ports.options.SendAll = true;
-  EXPECT_THAT(Ring("1"), IsSupersetOf({"period <MailSend>", "add mail of 1", "send mail"}));
-  EXPECT_THAT(End(), Not(Contains("add mail of 1")));
-  ports.options.SendPrio = false;
-  EXPECT_THAT(Ring("1"), Not(Contains("add mail of 1")));
-  EXPECT_THAT(End(), IsSupersetOf({"add mail of 1", "send mail"}));
+  ports.options.MailActive = ports.options.SendAll = true;
+  for (const bool atStart : {true, false}) {
+    ports.options.SendPrio = atStart;
+    const auto start = Ring("1"), end = End();
+    EXPECT_THAT(atStart ? start : end, IsSupersetOf({"period <MailSend>", "add mail of 1", "send mail"}));
+    EXPECT_THAT(atStart ? end : start, Not(Contains("add mail of 1")));
+  }
   ports.isSearching = ports.options.AutoSearch = ports.options.MailInversDelay = true;
   ports.options.InversDelayTime = 7;
   Ring("1");
@@ -241,16 +221,16 @@ TEST_F(CallPipelineTest, TheSoundRepeatsSixTimesEveryThreeSeconds) {
 TEST_F(CallPipelineTest, TheLinesTellHowTheyStand) {
   ports.options.myVWL = "49";
   ports.options.myVWO = "30";
-  EXPECT_THAT(Event(kEventRouterUp), ElementsAre("display", "resize"));
-  EXPECT_TRUE(state.SocketConnected);
-  EXPECT_THAT(Event(kEventRouterLost), ElementsAre("display", "resize"));
-  EXPECT_FALSE(state.SocketConnected);
+  for (const int event : {kEventRouterUp, kEventRouterLost}) {
+    EXPECT_THAT(Event(event), ElementsAre("display", "resize"));
+    EXPECT_EQ(state.SocketConnected, event == kEventRouterUp);
+  }
   for (const auto& [country, area] : {std::pair{"0049", "30"}, {"49", "030"}, {"", "30"}, {"49", ""}}) {
     ports.options.myVWL = country;
     ports.options.myVWO = area;
-    EXPECT_THAT(Event(kEventRouterUp), Contains("ask prefix"));
+    for (const int event : {kEventRouterUp, kEventCAPIRegistered})
+      EXPECT_THAT(Event(event), Contains("ask prefix"));
     EXPECT_THAT(Event(kEventNCIDUp), Not(Contains("ask prefix")));
-    EXPECT_THAT(Event(kEventCAPIRegistered), Contains("ask prefix"));
   }
   ports.options.CallMode_CAPI = true;
   EXPECT_THAT(Event(kEventRouterUp), Not(Contains("ask prefix")));
@@ -290,14 +270,10 @@ TEST_F(CallPipelineTest, ASecondLookUpWaitsForTheFirst) {
 }
 
 TEST_F(CallPipelineTest, TheWayOfACallStandsInTheTrace) {
-  MemoryLogStore logs;
-  ErrorHandling().Attach(logs, loop.GetClock(), "PRG");
-  ErrorHandling().Switches.LogCAPI = true;
+  const AttachedLog log(loop.GetClock(), &DebugSwitches::LogCAPI);
   Ring("1");
   End();
-  ErrorHandling().Switches = {};
-  ErrorHandling().Detach();
-  EXPECT_EQ(Replace(logs.Text(R"(\log\debug.log)"), "CAPI Debug CAPI", ""),
+  EXPECT_EQ(Replace(log.Debug(), "CAPI Debug CAPI", ""),
             "Connect Helper +++\nConnect Helper Check for display\nConnect Helper Init data class\n"
             "Connect Helper Check telecontrol mode\nConnect Helper Search book data\n"
             "Connect Helper Hide rejected calls\nConnect Helper No mail rejected calls\nConnect Helper Clock stop\n"

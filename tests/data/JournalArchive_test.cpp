@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "data/JournalAuslagern.h"
@@ -42,12 +43,7 @@ class ArchiveTest : public testing::Test, protected DataRoom {
 TEST_F(ArchiveTest, TheWholeJournalGoesAndTheReasonIsTold) {
   settings.Journal.AssumeLast = false;
   const std::string saved = "\r\n\r\nDie Sicherung erfolgte in " + kFolder + "202403.txt.0";
-  struct Case {
-    bool interactive, byMaximum;
-    int backup;
-    bool errView;
-    std::string told;
-  };
+  using Case = std::tuple<bool, bool, int, bool, std::string>;
   int n = 0;
   for (const auto& [interactive, byMaximum, backup, errView, told] :
        {Case{true, false, 1, false, ""},
@@ -70,16 +66,12 @@ TEST_F(ArchiveTest, TheWholeJournalGoesAndTheReasonIsTold) {
 }
 
 TEST_F(ArchiveTest, WithoutAJournalOrWhileItLoadsNothingHappens) {
-  const std::string automatic = "Es befinden keine Daten im Journal!\r\nEine Sicherung ist nicht notwendig!";
-  struct Case {
-    bool interactive, errView;
-    std::string told;
-  };
+  const std::string none =
+      std::string("Vorlix 64: Journal-Datei nicht gefunden!\r\nDatei wird beim nächsten Anruf neu angelegt!"_ansi);
+  const std::string automatic = "Vorlix 64: Es befinden keine Daten im Journal!\r\nEine Sicherung ist nicht notwendig!";
+  using Case = std::tuple<bool, bool, std::string>;
   for (const auto& [interactive, errView, told] :
-       {Case{true, true,
-             std::string(
-                 "Vorlix 64: Journal-Datei nicht gefunden!\r\nDatei wird beim nächsten Anruf neu angelegt!"_ansi)},
-        Case{false, false, "Vorlix 64: " + automatic}, Case{false, true, ""}}) {
+       {Case{true, true, none}, Case{false, false, automatic}, Case{false, true, ""}}) {
     settings.Journal.ErrView = errView;
     EXPECT_FALSE(Auslagern(interactive));
     EXPECT_EQ(Box(), told);
@@ -92,9 +84,8 @@ TEST_F(ArchiveTest, WithoutAJournalOrWhileItLoadsNothingHappens) {
 }
 
 TEST_F(ArchiveTest, APeriodHas499Archives) {
-  for (int n = 1; n < 499; ++n) {
+  for (int n = 1; n < 499; ++n)
     store.AddFile(kFolder + "202403.txt.0" + Padded(n, 2), "old");
-  }
   store.AddFile(kPath, kText);
   EXPECT_TRUE(Auslagern(true));
   EXPECT_EQ(store.Content(kFolder + "202403.txt.0499"), kText);
@@ -112,13 +103,7 @@ TEST_F(ArchiveTest, AFailureLeavesEachLineInTheJournalOrInAnArchive) {
   const std::string failed = "Vorlix 16: Sicherung fehlgeschlagen!\r\n";
   const std::string rename = failed + "Umbenennen fehlgeschlagen!";
   const std::string copy = failed + "Fehler beim Kopieren!";
-  struct Case {
-    bool assumeLast;
-    Op first;
-    int error;
-    std::optional<Op> second;
-    std::string told, journal, archive;
-  };
+  using Case = std::tuple<bool, Op, int, std::optional<Op>, std::string, std::string, std::string>;
   for (const auto& [assumeLast, first, error, second, told, journal, archive] :
        {Case{false, Op::kRename, EACCES, std::nullopt, rename, kText, ""},
         Case{false, Op::kRename, EXDEV, std::nullopt, "", "", kText},
@@ -140,7 +125,7 @@ TEST_F(ArchiveTest, AFailureLeavesEachLineInTheJournalOrInAnArchive) {
     EXPECT_TRUE(store.Remove(kFirst));
   }
   EXPECT_EQ(reloads, 1);
-  EXPECT_NE(ErrorLog().find("modJournal.JournalAuslagern + 28"), std::string::npos) << "what the system said";
+  EXPECT_THAT(ErrorLog(), testing::HasSubstr("modJournal.JournalAuslagern + 28")) << "what the system said";
 }
 
 TEST_F(ArchiveTest, TheJournalKeepsThePeriodAndAtLeast25Lines) {
@@ -148,9 +133,7 @@ TEST_F(ArchiveTest, TheJournalKeepsThePeriodAndAtLeast25Lines) {
   const std::string next = "01.04.2024\tno record\r\n";
   const std::string noDate = std::string("x\0y\tz\r\n", 7);
   const std::string slashes = "29/02/2024\tx\r\n";
-  struct Case {
-    std::string before, after;
-  };
+  using Case = std::tuple<std::string, std::string>;
   for (const auto& [before, after] :
        {Case{Many(30, old), Many(25, old)}, Case{Many(10, old), Many(10, old)},
         Case{Many(30, old) + Many(3, kText), Many(22, old) + Many(3, kText)},
@@ -170,24 +153,14 @@ TEST_F(ArchiveTest, TheJournalKeepsThePeriodAndAtLeast25Lines) {
 }
 
 TEST_F(ArchiveTest, ArchivesStayForTwelveMonths) {
-  struct Case {
-    std::string name;
-    bool stays;
-  };
-  const Case cases[] = {{"202302.txt.001", false},
-                        {"199912.txt.0499", false},
-                        {"202303.txt.001", true},
-                        {"202402.txt.001", true},
-                        {"2022", true},
-                        {"20221.txt.001", true},
-                        {"-20221.txt.001", true},
-                        {"notes.txt", true}};
-  for (const Case& file : cases)
-    store.AddFile(kFolder + file.name, "x");
-  store.AddFile(kFolder + "202201/kept.txt", "x");
+  std::string left;
+  for (const char* name : {"199912.txt.0499", "202302.txt.001", "202303.txt.001", "202402.txt.001", "2022",
+                           "20221.txt.001", "-20221.txt.001", "notes.txt", "202201/kept.txt"})
+    store.AddFile(kFolder + name, "x");
   archiver.ClearOldArchives();
-  for (const Case& file : cases)
-    EXPECT_EQ(store.Exists(kFolder + file.name), file.stays) << file.name;
+  for (const std::string& name : store.List(kFolder))
+    left += name + " ";
+  EXPECT_EQ(left, "-20221.txt.001 2022 202201 20221.txt.001 202303.txt.001 202402.txt.001 notes.txt ");
   EXPECT_TRUE(store.Exists(kFolder + "202201/kept.txt"));
 }
 

@@ -34,11 +34,8 @@ TEST_F(JournalCacheTest, AnEntryIsOverwrittenOnlyByWhatIsNotEmpty) {
   meier.Address("Berlin");
   meier.MutableCard().BookVCardData = "[vcd(1)]";
   meier.MutableCard().BookVCsName = "Moritz";
-  struct Step {
-    const oDataCall* source;
-    std::string formatted;
-    std::string expected;  // name, address, formatted number, mode, card
-  };
+  // What is set, and what is then got: name, address, formatted number, mode, card.
+  using Step = std::tuple<const oDataCall*, std::string, std::string>;
   const oDataCall nobody = Call("0301");
   oDataCall moved = Call("0301");
   moved.Address("Bonn");

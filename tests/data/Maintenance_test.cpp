@@ -1,5 +1,6 @@
 #include "data/Maintenance.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "fakes/DataRoom.h"
@@ -7,6 +8,7 @@
 namespace vorlix {
 namespace {
 
+using testing::ElementsAre;
 using Op = MemoryFileStore::Operation;
 
 class MaintenanceTest : public testing::Test, protected DataRoom {
@@ -28,38 +30,33 @@ class MaintenanceTest : public testing::Test, protected DataRoom {
 };
 
 TEST_F(MaintenanceTest, ABackupTakesTheTickedFilesAndComesBackToTheirPlaces) {
-  struct Case {
-    BackupItem item;
-    std::string file, inBackup;
-  };
-  const std::vector<Case> cases = {
-      {BackupItem::kBook, "Vorlixbook.txt", "Vorlixbook.txt"},
-      {BackupItem::kJournal, "Vorlixjournal.txt", "Vorlixjournal.txt"},
-      {BackupItem::kSettings, "Vorlix.ini", "Vorlix.ini"},
-      {BackupItem::kTAPISettings, "sett_TAPI.ini", "sett_TAPI.ini"},
-      {BackupItem::kHolidays, "holidays/holiday_DE.ini", "holidays/holiday_DE.ini"},
-      {BackupItem::kSkin, "designs/skin_02.ini", "skin_02.ini"},
-  };
+  using Case = std::tuple<BackupItem, std::string, std::string>;
+  const auto cases = {Case{BackupItem::kBook, "Vorlixbook.txt", "Vorlixbook.txt"},
+                      Case{BackupItem::kJournal, "Vorlixjournal.txt", "Vorlixjournal.txt"},
+                      Case{BackupItem::kSettings, "Vorlix.ini", "Vorlix.ini"},
+                      Case{BackupItem::kTAPISettings, "sett_TAPI.ini", "sett_TAPI.ini"},
+                      Case{BackupItem::kHolidays, "holidays/holiday_DE.ini", "holidays/holiday_DE.ini"},
+                      Case{BackupItem::kSkin, "designs/skin_02.ini", "skin_02.ini"}};
   std::set<BackupItem> ticked{BackupItem::kMailPassword};
   std::string report;
-  for (const Case& one : cases) {
-    store.AddFile(Data(one.file), one.file);
-    ticked.insert(one.item);
-    report += fSplitPath(one.file).name + fSplitPath(one.file).extension + " - OK\r\n";
+  for (const auto& [item, file, inBackup] : cases) {
+    store.AddFile(Data(file), file);
+    ticked.insert(item);
+    report += fSplitPath(file).name + fSplitPath(file).extension + " - OK\r\n";
   }
   store.AddFile(Data("sett_export.ini"), "not ticked");
   const std::string given = maintenance.Maintenance_Backup(ticked, "before the move", "DE", "02");
   EXPECT_EQ(given, report + "mail.pwd - open /vorlix/data/mail.pwd: No such file or directory\r\n");
-  EXPECT_EQ(boxes.shown, std::vector<std::string>{"Vorlix-Backup 64: " + given});
+  EXPECT_THAT(boxes.shown, ElementsAre("Vorlix-Backup 64: " + given));
   EXPECT_EQ(store.Content(folder + "_comment.txt"), "before the move\r\n");
   EXPECT_FALSE(store.Exists(folder + "sett_export.ini"));
 
   const auto entries = maintenance.Maintenance_LoadBackupDirs();
   ASSERT_EQ(entries.size(), 1u);
   EXPECT_EQ(entries[0].key + " " + entries[0].name + " " + entries[0].comment, "M1 20240313_120000 before the move");
-  for (const Case& one : cases) {
-    EXPECT_EQ(store.Content(folder + one.inBackup), one.file);
-    EXPECT_EQ(Restored(entries[0], Data(one.file)), one.file);
+  for (const auto& [item, file, inBackup] : cases) {
+    EXPECT_EQ(store.Content(folder + inBackup), file);
+    EXPECT_EQ(Restored(entries[0], Data(file)), file);
   }
   EXPECT_FALSE(store.Exists(Data("_comment.txt")));
   EXPECT_EQ(Blocks(), "JBS");
@@ -67,9 +64,9 @@ TEST_F(MaintenanceTest, ABackupTakesTheTickedFilesAndComesBackToTheirPlaces) {
 
 TEST_F(MaintenanceTest, AGenerationGetsTheNameOfItsFileAgain) {
   store.AddFile("/vorlix/backup/stray.txt", "");
-  store.AddFile(Data("Vorlixbook.bak"), "book");
-  store.AddFile(Data("Vorlixbook.b08"), "old book");
-  store.AddFile(Data("Vorlixjournal.b01"), "journal");
+  for (const auto& [name, text] :
+       {std::pair{"Vorlixbook.bak", "book"}, {"Vorlixbook.b08", "old book"}, {"Vorlixjournal.b01", "journal"}})
+    store.AddFile(Data(name), text);
   const auto entries = maintenance.Maintenance_LoadBackupDirs();
   ASSERT_EQ(entries.size(), 3u);
   EXPECT_EQ(entries[0].key + entries[1].key + entries[2].key, "B0B8J1");
@@ -89,7 +86,7 @@ TEST_F(MaintenanceTest, AFailedCopyBlocksNothingAndAMissingFolderIsTold) {
   store.Forbid("/vorlix");
   const std::string report = "Verzeichnis konnte nicht angelegt werden!\r\n" + folder;
   EXPECT_EQ(maintenance.Maintenance_Backup({BackupItem::kBook}, "", "DE", "02"), report);
-  EXPECT_EQ(boxes.shown, std::vector<std::string>{"Vorlix-Backup 16: " + report});
+  EXPECT_THAT(boxes.shown, ElementsAre("Vorlix-Backup 16: " + report));
 }
 
 }  // namespace

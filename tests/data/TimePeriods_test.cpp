@@ -40,22 +40,14 @@ class TimePeriodsTest : public testing::Test, protected DataRoom {
 };
 
 TEST(TimeFrame, IncludesBothEndsAndCrossesMidnight) {
-  struct Row {
-    const char *from, *to, *times;  // "+" in front of a time inside, "-" of one outside
-  };
-  const Row rows[] = {
-      {"08:00", "17:00", "+08:00:00 +12:00:00 +17:00:59 -07:59:59 -17:01:00 -00:00:00"},
-      {"22:00", "06:00", "+22:00:00 +23:59:59 +00:00:00 +05:00:00 +06:00:00 -12:00:00 -21:59:59 -06:01:00"},
-      {"08:00", "08:00", "+08:00:00 +08:00:59 -07:59:59 -08:01:00"},
-      {"8.00", "9:00:00", "+08:30:00 -10:00:00"},
-      {"", "17:00", "-12:00:00"},
-      {"24:00", "25:00", "-00:00:00 -12:00:00"},
-  };
-  for (const Row& row : rows) {
-    for (const std::string& time : Split(row.times, " ")) {
-      EXPECT_EQ(IsTimeInFrame(row.from, row.to, CDateNew("1.1.26", time.substr(1))), time[0] == '+')
-          << row.from << time;
-    }
+  using Row = std::tuple<const char*, const char*, const char*>;  // "+" in front of a time inside, "-" of one outside
+  for (const auto& [from, to, times] :
+       {Row{"08:00", "17:00", "+08:00:00 +12:00:00 +17:00:59 -07:59:59 -17:01:00 -00:00:00"},
+        Row{"22:00", "06:00", "+22:00:00 +23:59:59 +00:00:00 +05:00:00 +06:00:00 -12:00:00 -21:59:59 -06:01:00"},
+        Row{"08:00", "08:00", "+08:00:00 +08:00:59 -07:59:59 -08:01:00"}, Row{"8.00", "9:00:00", "+08:30:00 -10:00:00"},
+        Row{"", "17:00", "-12:00:00"}, Row{"24:00", "25:00", "-00:00:00 -12:00:00"}}) {
+    for (const std::string& time : Split(times, " "))
+      EXPECT_EQ(IsTimeInFrame(from, to, CDateNew("1.1.26", time.substr(1))), time[0] == '+') << from << time;
   }
   EXPECT_FALSE(IsTimeInFrame("00:00", "23:59", DateTime()));
 }
@@ -88,12 +80,10 @@ TEST_F(TimePeriodsTest, APeriodIsOnByDayTimeAndHoliday) {
 TEST_F(TimePeriodsTest, OnlyAnActivePeriodDecidesAndMarksTheBlock) {
   Items("seven;00:00;00:00;1234567;;;| on ; 00:00 ;00:00; 1234567 ;;;;1;x|off;00:00;00:00;1234567;;;;0|torn;00:00||x");
   EXPECT_EQ(periods.Periods().size(), 5u);  // an empty item is none
-  for (const char* name : {"off", "torn", "x", "none", ""}) {
-    std::uint8_t function = 1;
-    EXPECT_TRUE(periods.IsTimePeriodActiv(name, true, function)) << name;
-    EXPECT_FALSE(periods.IsTimePeriodActiv(name, false)) << name;
-    EXPECT_EQ(function, 1);
-  }
+  std::uint8_t untouched = 1;
+  for (const char* name : {"off", "torn", "x", "none", ""})
+    EXPECT_TRUE(periods.IsTimePeriodActiv(name, true, untouched) && !periods.IsTimePeriodActiv(name, false)) << name;
+  EXPECT_EQ(untouched, 1);
   std::string changed;
   for (const int before : {0, 1, 2, 3, 4, 5, 6, 7, 255}) {
     auto function = static_cast<std::uint8_t>(before);
@@ -113,9 +103,8 @@ TEST_F(TimePeriodsTest, ShowsPeriodsUnderTheirNamesOfToday) {
             std::string("Werktage (08:00-17:00) Wochenende/Feiertage (ganztägig)"_ansi));
   EXPECT_EQ(TimePeriod_GetTimes("<MailSend>", all), "Zeitplan nicht aktiv");
   EXPECT_EQ(TimePeriod_GetTimes("none", all), "kein Zeitplan");
-  EXPECT_EQ(TimePeriod_Found("none", all), 0);
-  EXPECT_EQ(TimePeriod_Found("mine", all), 1);
-  EXPECT_EQ(TimePeriod_Found("<MailSend>", all), 2);
+  for (const auto& [name, found] : {std::pair{"none", 0}, {"mine", 1}, {"<MailSend>", 2}})
+    EXPECT_EQ(TimePeriod_Found(name, all), found);
 }
 
 TEST_F(TimePeriodsTest, SavingKeepsEveryPeriodAndForgesNone) {
@@ -207,20 +196,17 @@ TEST_F(TimePeriodsTest, AShippedHolidayFileIsCopiedButNeverOverTheUsers) {
 }
 
 TEST_F(TimePeriodsTest, AnAlertComesAroundTheDayOfEachYear) {
-  struct Row {
-    const char* date;
-    int before, after;
-    bool expected;  // on 23 March 2026, a year without 29 February
-  };
-  const Row rows[] = {{"23.03.", 0, 0, true},    {"22.03.", 0, 0, false}, {"25.3.", 2, 0, true},
-                      {"26.03.", 2, 99, false},  {"21.03.", 0, 2, true},  {"20.03.", 99, 2, false},
-                      {"29.02.", 99, 99, false}, {"", 99, 99, false},     {"23.03", 99, 99, false}};
+  using Row = std::tuple<const char*, int, int>;  // on 23 March 2026, a year without 29 February
   At("23 23:59");
-  for (const Row& row : rows) {
-    settings.vCards.before = row.before;
-    settings.vCards.after = row.after;
-    EXPECT_EQ(fAlertDateCheck(row.date, settings, clock), row.expected) << row.date;
-  }
+  const auto isAlert = [this](const Row& row) {
+    std::tie(std::ignore, settings.vCards.before, settings.vCards.after) = row;
+    return fAlertDateCheck(std::get<0>(row), settings, clock);
+  };
+  for (const Row& row : {Row{"23.03.", 0, 0}, Row{"25.3.", 2, 0}, Row{"21.03.", 0, 2}})
+    EXPECT_TRUE(isAlert(row)) << std::get<0>(row);
+  for (const Row& row : {Row{"22.03.", 0, 0}, Row{"26.03.", 2, 99}, Row{"20.03.", 99, 2}, Row{"29.02.", 99, 99},
+                         Row{"", 99, 99}, Row{"23.03", 99, 99}})
+    EXPECT_FALSE(isAlert(row)) << std::get<0>(row);
 }
 
 }  // namespace

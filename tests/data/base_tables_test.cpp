@@ -10,6 +10,7 @@
 
 #include "data/Holidays.h"
 #include "data/NumberTables.h"
+#include "fakes/Arrows.h"
 #include "fakes/DataRoom.h"
 #include "services/ansi.h"
 #include "services/ini_document.h"
@@ -114,58 +115,22 @@ TEST(ShippedTables, HaveAreasThatANumberCanMatchForListedCountriesOnly) {
 }
 
 TEST(ShippedTables, KnowThePlacesOfNumbers) {
-  struct Case {
-    const char *country, *number, *place;
-  };
-  constexpr Case kCases[] = {
-      {"0049", "301234567", "Berlin"},
-      {"0049", "4012345", "Hamburg"},
-      {"0049", "8912345", "München"},
-      {"0049", "6211234", "Mannheim/Ludwigshafen am Rhein"},
-      {"0049", "4651123", "Sylt"},
-      {"0049", "46521", ""},
-      {"0049", "7602123", "Oberried Breisgau"},
-      {"0049", "760312", ""},
-      {"0049", "3305212", ""},
-      {"0049", "3392712", ""},
-      {"0049", "3305312", "Zehlendorf Kreis Oberhavel"},
-      {"0049", "1511234567", "Mobilfunk"},
-      {"0049", "16312345", "Mobilfunk"},
-      {"0049", "16412345", "Funkruf"},
-      {"0049", "8001234567", "kostenfrei"},
-      {"0049", "1805123", "Service"},
-      {"0049", "321234", "Nationale Teilnehmerrufnummer"},
-      {"0043", "112345", "Wien"},
-      {"0043", "6641234", "Mobilfunk"},
-      {"0043", "662123", "Salzburg"},
-      {"0041", "441234567", "Zürich"},
-      {"0041", "791234567", "Mobilfunk"},
-      {"0033", "388123456", "Straßburg"},
-      {"0048", "221234567", "Warschau"},
-      {"001", "2125550100", "New York, NY"},
-      {"0044", "2079460000", "London"},
-      {"0032", "21234567", "Brüssel"},
-  };
-  for (const Case& each : kCases) {
-    const auto areas = Areas(kBase / "areacodes" / ("area_" + std::string(each.country) + ".codes"));
-    const AreaRow* row = areas.Find(each.number);
-    EXPECT_EQ(row == nullptr ? "" : ToUtf8(row->Name), each.place) << each.country << " " << each.number;
+  // Each alphabet once, and numbers between two codes, which have no place.
+  for (const auto& [number, place] :
+       Arrows({"0049 301234567 -> Berlin", "0049 8912345 -> München", "0049 4651123 -> Sylt", "0049 46521 ->",
+               "0049 760312 ->", "0049 3305212 ->", "0049 3305312 -> Zehlendorf Kreis Oberhavel",
+               "0049 16412345 -> Funkruf", "0043 6641234 -> Mobilfunk", "0033 388123456 -> Straßburg",
+               "001 2125550100 -> New York, NY"})) {
+    const std::size_t blank = number.find(' ');
+    const auto areas = Areas(kBase / "areacodes" / ("area_" + number.substr(0, blank) + ".codes"));
+    const AreaRow* row = areas.Find(number.substr(blank + 1));
+    EXPECT_EQ(row == nullptr ? "" : ToUtf8(row->Name), place) << number;
   }
   const CodeTable<StateRow> states = States();
-  constexpr std::pair<const char*, const char*> kCountries[] = {{"004930123", "Deutschland"},
-                                                                {"0043112", "Österreich"},
-                                                                {"0012125550100", "Vereinigte Staaten"},
-                                                                {"0012425550", "Bahamas"},
-                                                                {"0014165550", "Kanada"},
-                                                                {"0074951234", "Russland"},
-                                                                {"0077271234", "Kasachstan"},
-                                                                {"0039066982", "Vatikanstadt"},
-                                                                {"0039061234", "Italien"},
-                                                                {"0088216123", "Satellitenfunk Thuraya"}};
-  for (const auto& [number, country] : kCountries) {
-    const StateRow* row = states.Find(number);
-    EXPECT_EQ(row == nullptr ? "" : ToUtf8(row->Name), country) << number;
-  }
+  for (const auto& [number, country] :
+       Arrows({"0012125550100 -> Vereinigte Staaten", "0014165550 -> Kanada", "0077271234 -> Kasachstan",
+               "0039066982 -> Vatikanstadt", "0039061234 -> Italien"}))
+    EXPECT_EQ(ToUtf8(states.Find(number)->Name), country) << number;
 }
 
 TEST(ShippedTables, KnowTheNetworksOfMobileNumbers) {
@@ -174,17 +139,12 @@ TEST(ShippedTables, KnowTheNetworksOfMobileNumbers) {
     for (const std::string& line : Split(Whole(file), kLineEnd)) {
       if (line.empty() || line[0] == ';') continue;
       const auto fields = Split(line, "=");
-      ASSERT_EQ(fields.size(), 2U) << file << ": " << line;
+      EXPECT_TRUE(fields.size() == 2 && fields[1].ends_with(".png")) << file << ": " << line;
       EXPECT_TRUE(IsDigits(fields[0]) && keys.insert(fields[0]).second) << file << ": " << line;
-      EXPECT_TRUE(fields[1].ends_with(".png")) << file << ": " << line;
     }
   }
   Provider germany(Whole(kBase / "provider" / "provider_49.ini"));
-  EXPECT_EQ(germany.ImageOf("01711234567"), "telekom.png");
-  EXPECT_EQ(germany.ImageOf("01521234567"), "lycamobile.png");
-  EXPECT_EQ(germany.ImageOf("0301711234"), "");
-  EXPECT_EQ(Provider(Whole(kBase / "provider" / "provider_43.ini")).ImageOf("06641234567"), "a1.png");
-  EXPECT_EQ(Provider(Whole(kBase / "provider" / "provider_41.ini")).ImageOf("0791234567"), "swisscom.png");
+  EXPECT_EQ(germany.ImageOf("01521234567") + germany.ImageOf("0301711234"), "lycamobile.png");
 }
 
 struct HolidayRoom : DataRoom {
@@ -211,12 +171,9 @@ TEST(ShippedTables, HaveTheHolidaysOfTheYear) {
   using testing::IsSupersetOf;
   HolidayRoom room;
   EXPECT_THAT(room.Load("49", true),
-              testing::ElementsAre("01.01. Neujahr", "03.04. Karfreitag", "05.04. Ostersonntag", "06.04. Ostermontag",
-                                   "01.05. Tag der Arbeit", "14.05. Christi Himmelfahrt", "24.05. Pfingstsonntag",
-                                   "25.05. Pfingstmontag", "03.10. Tag der Deutschen Einheit",
-                                   "25.12. 1. Weihnachtstag", "26.12. 2. Weihnachtstag"));
-  EXPECT_THAT(room.Load("49", false), IsSupersetOf({"16.02. Rosenmontag", "18.11. Buß- und Bettag (SN)",
-                                                    "24.12. Heiligabend", "31.12. Silvester"}));
+              testing::AllOf(testing::SizeIs(11), IsSupersetOf({"03.04. Karfreitag", "24.05. Pfingstsonntag",
+                                                                "03.10. Tag der Deutschen Einheit"})));
+  EXPECT_THAT(room.Load("49", false), IsSupersetOf({"16.02. Rosenmontag", "18.11. Buß- und Bettag (SN)"}));
   EXPECT_THAT(room.Load("43", true), IsSupersetOf({"04.06. Fronleichnam", "26.10. Nationalfeiertag"}));
   EXPECT_THAT(room.Load("41", true), Contains("01.08. Bundesfeier"));
 }

@@ -1,15 +1,18 @@
 #include "data/modNumbers.h"
 
+#include <array>
+
 #include <gtest/gtest.h>
 
 #include "core/null_ports.h"
+#include "fakes/Arrows.h"
 #include "fakes/DataRoom.h"
 #include "services/ansi.h"
 
 namespace vorlix {
 namespace {
 
-constexpr std::string_view kCache = "/vorlix/data/cache.ovw";
+const std::string kCache = "/vorlix/data/cache.ovw";
 
 struct OneOwnNumber : NoOwnNumbers {
   bool IsOwnNumber(const std::string& MSN) override { return MSN == "7654321"; }
@@ -20,8 +23,9 @@ struct Simulation : NoSimulationWindow {
   bool IsOpen() override { return open; }
 };
 
-struct NumberRoom : DataRoom {
-  NumberRoom() {
+class NumbersTest : public testing::Test, protected DataRoom {
+ protected:
+  NumbersTest() {
     store.AddFile(
         "/program/base/states/state.codes",
         "; code|iso|name|flag\r\n001|US|USA|us.png\r\n0043|AT|\xD6sterreich|at.png\r\n0049|DE|Deutschland|\r\n"
@@ -48,111 +52,80 @@ struct NumberRoom : DataRoom {
   modNumbers numbers{{files, folders, ini, settings, ownNumbers, simulation, messages, journal, flags}};
 };
 
-TEST(fVW, OneNumberComesOutTheSameInEveryFormOfEverySource) {
-  struct Case {
-    int source;
-    const char *myVWOP, *raw, *normal;
+TEST_F(NumbersTest, OneNumberComesOutTheSameInEveryFormOfEverySource) {
+  const auto expect = [this](int source, const char* myVWOP, std::initializer_list<std::string> forms) {
+    settings.General.myVWOP = numbers.LastPrefix = myVWOP;
+    for (const auto& [raw, normal] : Arrows(forms))
+      EXPECT_EQ(numbers.fVW(source, raw), normal) << source << " '" << myVWOP << "' " << raw;
   };
-  constexpr Case kCases[] = {
-      {0, "0", "0301234567", "0301234567"},
-      {0, "0", "00493012345670", "03012345670"},
-      {0, "0", "+49301234567#", "0301234567#"},
-      {0, "0", "0043112345", "0043112345"},
-      {0, "0", "+43112345", "0043112345"},
-      {0, "00", "00301234567", "0301234567"},
-      {0, "00", "00049301234567", "0301234567"},
-      {0, "00", "+49301234567", "0301234567"},
-      {0, "00", "+43112345", "0043112345"},
-      {0, "", "301234567", "0301234567"},
-      {0, "", "+49301234567", "0301234567"},
-      {0, "", "+43112345", "0043112345"},
-      {0, "", "0301234567", "00301234567"},  // a wrong prefix garbles: that is why the program asks
-      {16, "", "0301234567", "0301234567"},
-      {16, "00", "0049301234567", "0301234567"},
-      {32, "", "+49301234567", "0301234567"},
-      {32, "", "0043112345", "0043112345"},
-      {16, "", "1234567", "1234567"},
-      {16, "", "000", "000"},  // internal
-      {16, "", "00000", "00"},
-      {16, "", "7654321", "7654321"},
-      {7, "0", "0301234567", "00301234567"},
-  };
-  NumberRoom room;
-  for (const Case& one : kCases) {
-    room.settings.General.myVWOP = one.myVWOP;
-    room.numbers.LastPrefix = one.myVWOP;
-    EXPECT_EQ(room.numbers.fVW(one.source, one.raw), one.normal) << one.source << " '" << one.myVWOP << "' " << one.raw;
-  }
-  EXPECT_TRUE(room.boxes.shown.empty());
-  for (const char* same : {"1234", "", "Unbekannt", "xUNBEKANNTx", "7654321"}) {
-    EXPECT_EQ(room.numbers.fVW(0, same), same);
-  }
-  room.settings.General.TKnum = 9;
-  EXPECT_EQ(room.numbers.fVW(16, "004930123"), "004930123");
+  expect(0, "0",
+         {"0301234567 -> 0301234567", "00493012345670 -> 03012345670", "+49301234567# -> 0301234567#",
+          "0043112345 -> 0043112345", "+43112345 -> 0043112345"});
+  expect(0, "00", {"00301234567 -> 0301234567", "00049301234567 -> 0301234567", "+49301234567 -> 0301234567"});
+  expect(0, "",
+         {"301234567 -> 0301234567", "+49301234567 -> 0301234567", "+43112345 -> 0043112345",
+          "0301234567 -> 00301234567"});  // a wrong prefix garbles: that is why the program asks
+  expect(16, "00", {"0049301234567 -> 0301234567"});
+  expect(16, "", {"0301234567 -> 0301234567", "1234567 -> 1234567", "7654321 -> 7654321", "000 -> 000", "00000 -> 00"});
+  expect(32, "", {"+49301234567 -> 0301234567", "0043112345 -> 0043112345"});
+  expect(7, "0", {"0301234567 -> 00301234567"});
+  expect(0, "0", {"1234 -> 1234", "->", "Unbekannt -> Unbekannt", "xUNBEKANNTx -> xUNBEKANNTx", "7654321 -> 7654321"});
+  EXPECT_TRUE(boxes.shown.empty());
+  settings.General.TKnum = 9;
+  expect(16, "0", {"004930123 -> 004930123"});
 }
 
-TEST(fVW, FollowsTheSpecialRulesInTheirOrder) {
-  struct Case {
-    int cutt;
-    const char* special;
-    std::string raw, normal;
-  };
-  const Case cases[] = {
-      {2, "", "990301234567", "0301234567"},
-      {0, "*1", "*14930123456", "030123456"},
-      {1, "9", "990301234567", "00301234567"},
-      {1, "", "+49301234567", "049301234567"},
-      {9, "", "12345", ""},
-      {0, "", std::string(1'000'000, '+'), "00"},
-      {0, "", "0" + std::string(50, '7'), "0" + std::string(31, '7')},
-      {0, "99999999999999999999999999999999999", std::string(35, '9') + "1", "00"},
-  };
-  NumberRoom room;
-  for (const Case& one : cases) {
-    room.settings.General.SpezialCutt = one.cutt;
-    room.settings.General.SpezialPrefix = one.special;
-    EXPECT_EQ(room.numbers.fVW(16, one.raw), one.normal) << one.raw.substr(0, 40);
+TEST_F(NumbersTest, FollowsTheSpecialRulesInTheirOrder) {
+  using Case = std::tuple<int, const char*, std::string, std::string>;
+  for (const auto& [cutt, special, raw, normal] :
+       {Case{2, "", "990301234567", "0301234567"}, Case{0, "*1", "*14930123456", "030123456"},
+        Case{1, "9", "990301234567", "00301234567"}, Case{1, "", "+49301234567", "049301234567"},
+        Case{9, "", "12345", ""}, Case{0, "", std::string(1'000'000, '+'), "00"},
+        Case{0, "", "0" + std::string(50, '7'), "0" + std::string(31, '7')},
+        Case{0, "99999999999999999999999999999999999", std::string(35, '9') + "1", "00"}}) {
+    settings.General.SpezialCutt = cutt;
+    settings.General.SpezialPrefix = special;
+    EXPECT_EQ(numbers.fVW(16, raw), normal) << raw.substr(0, 40);
   }
 }
 
-TEST(fVW, AsksBeforeItCorrectsThePrefix) {
-  NumberRoom room;
+TEST_F(NumbersTest, AsksBeforeItCorrectsThePrefix) {
   std::string changed = "nothing";
-  room.numbers.PrefixChanged = [&](const std::string& prefix) { changed = prefix; };
-  room.settings.General.myVWOP = "0";
-  room.boxes.answer = MsgBoxAnswer::kNo;
-  EXPECT_EQ(room.numbers.fVW(0, "301234\n567"), "0301234\n567");
-  ASSERT_EQ(room.boxes.shown.size(), 1u);
-  EXPECT_EQ(room.boxes.shown[0],
+  numbers.PrefixChanged = [&](const std::string& prefix) { changed = prefix; };
+  settings.General.myVWOP = "0";
+  boxes.answer = MsgBoxAnswer::kNo;
+  EXPECT_EQ(numbers.fVW(0, "301234\n567"), "0301234\n567");
+  ASSERT_EQ(boxes.shown.size(), 1u);
+  EXPECT_EQ(boxes.shown[0],
             "Vorlix 36: Die richtige Angabe des Prefixes ist entscheidend für die Erkennung!\r\n"
             "Der übermittelte Anruf kommt vermutlich aus dem Inland!?\r\n\r\n  Übermittelte Nummer: 301234 567\r\n\r\n"
             "  Empfohlener Prefix für Rufe aus dem Inland: NICHTS\r\n\r\n"
             "Die empfohlene Einstellung übernehmen?"_ansi);
-  EXPECT_EQ(room.settings.General.myVWOP, "0");
+  EXPECT_EQ(settings.General.myVWOP, "0");
 
-  room.boxes.answer = MsgBoxAnswer::kYes;
-  EXPECT_EQ(room.numbers.fVW(0, "301234567"), "301234567");
-  EXPECT_EQ(room.ini.GetSettStr("General", "myVWOP", "?"), "-");
-  EXPECT_EQ(room.settings.General.myVWOP + changed, "");
-  EXPECT_EQ(room.numbers.fVW(0, "301234567"), "0301234567") << "now it is known for a national number";
+  boxes.answer = MsgBoxAnswer::kYes;
+  EXPECT_EQ(numbers.fVW(0, "301234567"), "301234567");
+  EXPECT_EQ(ini.GetSettStr("General", "myVWOP", "?"), "-");
+  EXPECT_EQ(settings.General.myVWOP + changed, "");
+  EXPECT_EQ(numbers.fVW(0, "301234567"), "0301234567") << "now it is known for a national number";
 
-  room.settings.General.myVWOP = "00";
-  room.numbers.LastPrefix = "0";
-  EXPECT_EQ(room.numbers.fVW(0, "0301234567"), "0301234567");
-  EXPECT_NE(room.boxes.shown.back().find(": \"0\"\r\n"), std::string::npos);
-  EXPECT_EQ(room.ini.GetSettStr("General", "myVWOP", "?") + changed, "00");
+  settings.General.myVWOP = "00";
+  numbers.LastPrefix = "0";
+  EXPECT_EQ(numbers.fVW(0, "0301234567"), "0301234567");
+  EXPECT_NE(boxes.shown.back().find(": \"0\"\r\n"), std::string::npos);
+  EXPECT_EQ(ini.GetSettStr("General", "myVWOP", "?") + changed, "00");
 
-  const auto asked = room.boxes.shown.size();
-  room.settings.General.myVWOP = "00";
-  room.settings.General.PrefixAutoCheck = false;
-  EXPECT_EQ(room.numbers.fVW(0, "0301234567"), "301234567");
-  room.settings.General.PrefixAutoCheck = true;
-  room.simulation.open = true;
-  EXPECT_EQ(room.numbers.fVW(0, "0301234567"), "0301234567");
-  EXPECT_EQ(room.boxes.shown.size(), asked);
+  const auto asked = boxes.shown.size();
+  settings.General.myVWOP = "00";
+  settings.General.PrefixAutoCheck = false;
+  EXPECT_EQ(numbers.fVW(0, "0301234567"), "301234567");
+  settings.General.PrefixAutoCheck = true;
+  simulation.open = true;
+  EXPECT_EQ(numbers.fVW(0, "0301234567"), "0301234567");
+  EXPECT_EQ(boxes.shown.size(), asked);
 }
 
-TEST(GetOVW, TakesANumberApartAndNamesItsPlace) {
+TEST_F(NumbersTest, TakesANumberApartAndNamesItsPlace) {
   const std::pair<std::string, std::string_view> cases[] = {
       {"1234", "||1234|1234|||"},
       {"", "||||||"},
@@ -172,162 +145,134 @@ TEST(GetOVW, TakesANumberApartAndNamesItsPlace) {
       {"0099123456", "||0099123456|0099123456|Unbekannt||"},
       {"5551234", "||5551234|5551234|Unbekannt||"},
   };
-  NumberRoom room;
   std::size_t told = 0;
-  room.numbers.CountChanged = [&](std::size_t count) { told = count; };
+  numbers.CountChanged = [&](std::size_t count) { told = count; };
   for (const auto& [number, shown] : cases) {
-    EXPECT_EQ(room.Shown(number), shown) << number;
-    EXPECT_EQ(room.Shown(number), shown) << number << " from the speed buffer";
+    EXPECT_EQ(Shown(number), shown) << number;
+    EXPECT_EQ(Shown(number), shown) << number << " from the speed buffer";
   }
-  EXPECT_EQ(room.numbers.SpeedBuffer_OVW_Count(), 10u) << "what is not found is not kept";
+  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 10u) << "what is not found is not kept";
   EXPECT_EQ(told, 10u);
 }
 
-TEST(GetOVW, LeavesOutTheNamesThatNobodyWants) {
-  NumberRoom room;
-  room.settings.General.NoIVW = room.settings.General.NoNVW = true;
-  EXPECT_EQ(room.Shown("0043123456"), "00431|23456|+43  1 23456|+43  1 23456|||");
-  EXPECT_EQ(room.Shown("0012125550100"), "001|2125550100|+1  2125550100|+1  2125550100|||");
-  EXPECT_EQ(room.Shown("089123456"), "089|123456|089 123456|089 123456|||");
-  EXPECT_EQ(room.numbers.SpeedBuffer_OVW_Count(), 3u);
+TEST_F(NumbersTest, LeavesOutTheNamesThatNobodyWants) {
+  settings.General.NoIVW = settings.General.NoNVW = true;
+  EXPECT_EQ(Shown("0043123456"), "00431|23456|+43  1 23456|+43  1 23456|||");
+  EXPECT_EQ(Shown("0012125550100"), "001|2125550100|+1  2125550100|+1  2125550100|||");
+  EXPECT_EQ(Shown("089123456"), "089|123456|089 123456|089 123456|||");
+  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 3u);
 }
 
-TEST(GetOVW, EndsWithTheUnknownWordWithoutTables) {
-  NumberRoom room;
-  room.settings.General.myVWL = "99";
-  ASSERT_TRUE(room.store.Remove("/program/base/states/state.codes"));
-  room.numbers.loadLVW();
-  room.numbers.loadOVW("99");
-  EXPECT_FALSE(room.numbers.loadAOVW("99"));
-  EXPECT_TRUE(room.numbers.loadAOVW("0043"));
-  for (const char* number : {"0043123456", "089123456"}) {
-    EXPECT_EQ(room.numbers.GetOVW(number).VW_FormatedLocation, "Unbekannt");
-  }
-  EXPECT_TRUE(room.ErrorLog().empty());
+TEST_F(NumbersTest, EndsWithTheUnknownWordWithoutTables) {
+  settings.General.myVWL = "99";
+  ASSERT_TRUE(store.Remove("/program/base/states/state.codes"));
+  numbers.loadLVW();
+  numbers.loadOVW("99");
+  EXPECT_FALSE(numbers.loadAOVW("99"));
+  EXPECT_TRUE(numbers.loadAOVW("0043"));
+  for (const char* number : {"0043123456", "089123456"})
+    EXPECT_EQ(numbers.GetOVW(number).VW_FormatedLocation, "Unbekannt");
+  EXPECT_TRUE(ErrorLog().empty());
 }
 
-TEST(GetOVW, TellsTheJournalWhileItLoadsAndKeepsNothingOfASimulation) {
-  NumberRoom room;
+TEST_F(NumbersTest, TellsTheJournalWhileItLoadsAndKeepsNothingOfASimulation) {
   const auto noted = [&] {
     oDataCall call;
     call.DataNumber("089123456");
-    room.journal.SpeedBuffer_Journal_Get(call);
+    journal.SpeedBuffer_Journal_Get(call);
     return call.VW_FormatedFull();
   };
-  room.simulation.open = true;
-  room.numbers.GetOVW("089123456");
-  EXPECT_EQ(room.numbers.SpeedBuffer_OVW_Count(), 0u);
-  room.simulation.open = false;
-  room.numbers.GetOVW("089123456");
+  simulation.open = true;
+  numbers.GetOVW("089123456");
+  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 0u);
+  simulation.open = false;
+  numbers.GetOVW("089123456");
   EXPECT_EQ(noted(), "");
-  room.flags.JournalLoading = true;
-  room.numbers.GetOVW("089123456");
+  flags.JournalLoading = true;
+  numbers.GetOVW("089123456");
   EXPECT_EQ(noted(), "München 089 123456"_ansi) << "also from the speed buffer";
 }
 
-TEST(GetNumberFormated, ShowsEachPartInItsStyle) {
-  struct Case {
-    const char *state, *stateName, *city, *cityName, *number;
-    int styles[3];
-    const char* shown;
-  };
-  constexpr Case kCases[] = {
-      {"0043", "", "1", "", "23456", {0, 0, 0}, "+43  1 23456"},
-      {"43", "", "01", "", "23456", {1, 1, 0}, "0043  01 23456"},
-      {"0043", "", "1", "", "23456", {2, 2, 0}, "00 43  (0)1 23456"},
-      {"", "", "030", "", "1234567", {0, 0, 1}, "030 123 45 67"},
-      {"", "", "30", "", "1234567", {0, 1, 2}, "030 12 34 56 7"},
-      {"", "", "30", "", "1234567", {0, 2, 0}, "(0)30 1234567"},
-      {"", "", "", "", "12345678901234567", {0, 0, 1}, "123 45 67 89 01 23 45 67"},
-      {"", "", "", "", "1234567890123456789", {0, 0, 1}, "123 45 67 89 01 23 45 6789"},
-      {"", "", "", "", "12345678901234567", {0, 0, 2}, "12 34 56 78 90 12 34 567"},
-      {"", "", "", "", "123", {0, 0, 1}, "123"},
-      {"0043", "A", "1", "Wien", "2", {0, 0, 0}, "Wien (A) +43  1 2"},
-      {"0043", "A", "1", "", "2", {0, 0, 0}, "A +43  2"},
-      {"0043", "", "1", "Wien", "2", {0, 0, 0}, "Wien 1 2"},
-      {"0043", "A", "1", "Wien", "", {0, 0, 0}, "Wien (A) +43  1"},
-      {"", "", "30", "Berlin", "2", {0, 0, 0}, "Berlin 030 2"},
-      {"0043", "", "", "", "", {0, 0, 0}, "+43"},
-      {"", "", "", "", " ", {0, 0, 0}, ""},
-  };
-  NumberRoom room;
-  for (const Case& one : kCases) {
-    EXPECT_EQ(room.numbers.GetNumberFormated(one.state, one.stateName, one.city, one.cityName, one.number,
-                                             one.styles[0], one.styles[1], one.styles[2]),
-              one.shown);
-  }
-  room.settings.General.NumberFormatIndexState = room.settings.General.NumberFormatIndexNumber = 2;
-  EXPECT_EQ(room.numbers.GetNumberFormated("0043", "", "1", "", "2345"), "00 43  1 23 45");
+TEST_F(NumbersTest, ShowsEachPartInItsStyle) {
+  using Case = std::tuple<std::array<const char*, 5>, std::array<int, 3>, const char*>;
+  for (const auto& [part, style, shown] :
+       {Case{{"0043", "", "1", "", "23456"}, {0, 0, 0}, "+43  1 23456"},
+        Case{{"43", "", "01", "", "23456"}, {1, 1, 0}, "0043  01 23456"},
+        Case{{"0043", "", "1", "", "23456"}, {2, 2, 0}, "00 43  (0)1 23456"},
+        Case{{"", "", "030", "", "1234567"}, {0, 0, 1}, "030 123 45 67"},
+        Case{{"", "", "30", "", "1234567"}, {0, 1, 2}, "030 12 34 56 7"},
+        Case{{"", "", "30", "", "1234567"}, {0, 2, 0}, "(0)30 1234567"},
+        Case{{"", "", "", "", "1234567890123456789"}, {0, 0, 1}, "123 45 67 89 01 23 45 6789"},
+        Case{{"", "", "", "", "12345678901234567"}, {0, 0, 2}, "12 34 56 78 90 12 34 567"},
+        Case{{"", "", "", "", "123"}, {0, 0, 1}, "123"},
+        Case{{"0043", "A", "1", "Wien", "2"}, {0, 0, 0}, "Wien (A) +43  1 2"},
+        Case{{"0043", "A", "1", "", "2"}, {0, 0, 0}, "A +43  2"},
+        Case{{"0043", "", "1", "Wien", "2"}, {0, 0, 0}, "Wien 1 2"},
+        Case{{"0043", "A", "1", "Wien", ""}, {0, 0, 0}, "Wien (A) +43  1"},
+        Case{{"", "", "30", "Berlin", "2"}, {0, 0, 0}, "Berlin 030 2"},
+        Case{{"0043", "", "", "", ""}, {0, 0, 0}, "+43"}, Case{{"", "", "", "", " "}, {0, 0, 0}, ""}})
+    EXPECT_EQ(numbers.GetNumberFormated(part[0], part[1], part[2], part[3], part[4], style[0], style[1], style[2]),
+              shown);
+  settings.General.NumberFormatIndexState = settings.General.NumberFormatIndexNumber = 2;
+  EXPECT_EQ(numbers.GetNumberFormated("0043", "", "1", "", "2345"), "00 43  1 23 45");
 }
 
-TEST(SpeedBuffer, OutlivesTheProgramWithItsShownTexts) {
-  NumberRoom room;
-  for (const char* number : {"089123456", "0043123456", "0891|x", "0892\r\n089|y|z|"}) {
-    room.numbers.GetOVW(number);
-  }
-  room.numbers.SpeedBuffer_OVW_Save();
-  EXPECT_EQ(room.store.Content(std::string(kCache)),
+TEST_F(NumbersTest, TheSpeedBufferOutlivesTheProgramWithItsShownTexts) {
+  for (const char* number : {"089123456", "0043123456", "0891|x", "0892\r\n089|y|z|"})
+    numbers.GetOVW(number);
+  numbers.SpeedBuffer_OVW_Save();
+  EXPECT_EQ(store.Content(kCache),
             "089123456|München 089 123456|München|089 123456|089|\r\n"
             "0043123456|Wien (Österreich) +43  1 23456|Wien (Österreich)|+43  1 23456|00431|\r\n"_ansi);
+  store.AddFile(kCache, store.Content(kCache) +
+                            "no record\nLF|only|here||\n030|\n||no number|||\n0301234|too|few\n"
+                            "089123456|second|a|b|c|");
+  numbers.SpeedBuffer_OVW_Clear();
+  numbers.SpeedBuffer_OVW_Load();
+  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 5u);
+  EXPECT_EQ(Shown("089123456"), "089||München 089 123456|089 123456|München||"_ansi) << "the first record counts";
+  EXPECT_EQ(numbers.GetOVW("0301234").VW_Only, "0301") << "a record without code is analysed anew";
+  numbers.SpeedBuffer_OVW_Clear();
+  EXPECT_EQ(numbers.GetOVW("089123456").VW_NumberOnly, "123456");
 
-  NumberRoom next;
-  next.store.AddFile(std::string(kCache), room.store.Content(std::string(kCache)) + "no record\nLF|only|here||\n" +
-                                              "030|\n||no number|||\n0301234|too|few\n089123456|second|a|b|c|");
-  next.numbers.SpeedBuffer_OVW_Load();
-  EXPECT_EQ(next.numbers.SpeedBuffer_OVW_Count(), 5u);
-  EXPECT_EQ(next.Shown("089123456"), "089||München 089 123456|089 123456|München||"_ansi) << "the first record counts";
-  EXPECT_EQ(next.numbers.GetOVW("0301234").VW_Only, "0301") << "a record without code is analysed anew";
-  next.numbers.SpeedBuffer_OVW_Clear();
-  EXPECT_EQ(next.numbers.GetOVW("089123456").VW_NumberOnly, "123456");
-
-  next.store.Fail(MemoryFileStore::Operation::kOverwrite, ENOSPC);
-  next.numbers.SpeedBuffer_OVW_Save();
-  EXPECT_NE(next.ErrorLog().find("SpeedBuffer_OVW_Save"), std::string::npos);
+  store.Fail(MemoryFileStore::Operation::kOverwrite, ENOSPC);
+  numbers.SpeedBuffer_OVW_Save();
+  EXPECT_NE(ErrorLog().find("SpeedBuffer_OVW_Save"), std::string::npos);
 }
 
-TEST(SpeedBuffer, DeletesACacheInTheOldFormat) {
+TEST_F(NumbersTest, DeletesASpeedBufferInTheOldFormat) {
   const std::string tenLines = "0891|a; b|c|d|089|\r\n;x\r\nabc;d\r\n5;\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
-  const std::pair<std::string, bool> cases[] = {
-      {"0891234;Berlin;x\r\n", true}, {tenLines + "030;Berlin\r\n", true}, {tenLines + "\r\n030;Berlin\r\n", false}};
-  for (const auto& [text, old] : cases) {
-    NumberRoom room;
-    room.store.AddFile(std::string(kCache), text);
-    room.numbers.SpeedBuffer_OVW_Load();
-    EXPECT_EQ(room.store.Exists(std::string(kCache)), !old) << text;
-    EXPECT_EQ(room.numbers.SpeedBuffer_OVW_Count(), old ? 0u : 1u);
-    EXPECT_TRUE(room.boxes.shown.empty());
+  for (const auto& [text, old] : {std::pair{std::string("0891234;Berlin;x\r\n"), true},
+                                  {tenLines + "030;Berlin\r\n", true},
+                                  {tenLines + "\r\n030;Berlin\r\n", false}}) {
+    store.AddFile(kCache, text);
+    numbers.SpeedBuffer_OVW_Load();
+    EXPECT_EQ(store.Exists(kCache), !old) << text;
+    EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), old ? 0u : 1u);
   }
+  EXPECT_TRUE(boxes.shown.empty());
 }
 
-TEST(Images, TheProviderTableLosesOneLeadingZeroEachTimeThatALineIsLookedAt) {
-  NumberRoom room;
-  room.store.AddFile(
-      "/program/base/provider/provider_49.ini",
-      "; networks\r\n [x]\r\n0151 = a.png=x\r\n152=b.png\r\n00160=c.png\r\n115=d.png\r\n17=gone.png\r\n");
-  for (const char* image : {"a.png", "b.png", "c.png", "d.png"}) {
-    room.store.AddFile(std::string("/program/base/provider/images/") + image, "x");
-  }
-  room.numbers.LoadProvider();
-  const std::string images = "/program/base/provider/images/";
-  EXPECT_EQ(room.numbers.Get_ProviderFile("0160123"), "") << "the key is 0160 so far";
-  EXPECT_EQ(room.numbers.Get_ProviderFile("0160123"), images + "c.png");
-  EXPECT_EQ(room.numbers.Get_ProviderFile("0151234"), images + "a.png");
-  EXPECT_EQ(room.numbers.Get_ProviderFile("9152234"), images + "b.png");
-  EXPECT_EQ(room.numbers.Get_ProviderFile("115"), images + "d.png");
-  EXPECT_EQ(room.numbers.Get_ProviderFile("0171234"), "") << "no such image";
-  EXPECT_EQ(room.numbers.Get_ProviderFile(""), "");
+TEST_F(NumbersTest, TheProviderTableLosesOneLeadingZeroEachTimeThatALineIsLookedAt) {
+  const std::string base = "/program/base/provider/";
+  store.AddFile(base + "provider_49.ini",
+                "; networks\r\n [x]\r\n0151 = a.png=x\r\n152=b.png\r\n00160=c.png\r\n115=d.png\r\n17=gone.png\r\n");
+  for (const char* image : {"a.png", "b.png", "c.png", "d.png"})
+    store.AddFile(base + "images/" + image, "x");
+  numbers.LoadProvider();
+  EXPECT_EQ(numbers.Get_ProviderFile("0160123"), "") << "the key is 0160 so far";
+  for (const auto& [number, image] :
+       Arrows({"0160123 -> c.png", "0151234 -> a.png", "9152234 -> b.png", "115 -> d.png", "0171234 ->", "->"}))
+    EXPECT_EQ(numbers.Get_ProviderFile(number), image.empty() ? "" : base + "images/" + image) << number;
 }
 
-TEST(Images, AFlagIsThatOfTheLastFittingCountryThatHasOne) {
-  NumberRoom room;
+TEST_F(NumbersTest, AFlagIsThatOfTheLastFittingCountryThatHasOne) {
   const std::string images = "/program/base/states/images/";
-  room.store.AddFile(images + "at.png", "x");
-  EXPECT_EQ(room.numbers.Get_StateFlagFile("0043123"), images + "at.png");
-  EXPECT_EQ(room.numbers.Get_StateFlagFile("0043999123"), images + "at.png");
-  EXPECT_EQ(room.numbers.Get_StateFlagFile("0049123"), "");
-  EXPECT_EQ(room.numbers.Get_StateFlagFile("043123"), "");
-  room.store.AddFile(images + "xx.png", "x");
-  EXPECT_EQ(room.numbers.Get_StateFlagFile("0043999123"), images + "xx.png");
+  store.AddFile(images + "at.png", "x");
+  for (const auto& [number, flag] : Arrows({"0043123 -> at.png", "0043999123 -> at.png", "0049123 ->", "043123 ->"}))
+    EXPECT_EQ(numbers.Get_StateFlagFile(number), flag.empty() ? "" : images + flag) << number;
+  store.AddFile(images + "xx.png", "x");
+  EXPECT_EQ(numbers.Get_StateFlagFile("0043999123"), images + "xx.png");
 }
 
 }  // namespace

@@ -2,59 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/Arrows.h"
+
 namespace vorlix {
 namespace {
 
 TEST(IniDocument, ReadsUnderTheProfileRules) {
-  struct Row {
-    std::string text;
-    const char* value;  // of key b in section A
-  };
-  const Row rows[] = {
-      {"[A]\r\nb=1\r\n", "1"},
-      {"[a]\nB = 1 \n", "1"},
-      {"[A]\r\nb=\" 1 \"\r\n", " 1 "},
-      {"[A]\r\nb='1'\r\nb=2\r\n", "1"},
-      {"[A]\r\n;b=0\r\nb=1;2\r\n", "1;2"},
-      {"\xEF\xBB\xBF[A]\r\nb=1", "1"},
-      {"[X]\r\nb=0\r\n[A]\r\nc=0\r\n[A]\r\nb=1\r\n", "1"},
-      {"[ A ]\r\n  b  =  1=2\r\n", "1=2"},
-      {std::string("\0\0junk\n[A\n=x\n[A]\nb=1\n", 20), "1"},
-      {"[A]\r\nb=\r\n", ""},
-      {"b=1\r\n", nullptr},
-      {"[A]\r\n;b=1\r\n", nullptr},
-      {"", nullptr},
-      {"[A]", nullptr},
-      {"[", nullptr},
-      {"=\n[]\n=\n", nullptr},
-  };
-  for (const Row& row : rows) {
-    const auto value = IniDocument(row.text).Get("A", "b");
-    EXPECT_EQ(value.has_value(), row.value != nullptr) << row.text;
-    if (value && row.value != nullptr) {
-      EXPECT_EQ(*value, row.value) << row.text;
-    }
-    EXPECT_EQ(IniDocument(row.text).Text(), row.text);
+  using Row = std::pair<std::string, std::optional<std::string>>;  // the value of key b in section A
+  for (const auto& [text, value] :
+       {Row{"[A]\r\nb=1\r\n", "1"}, Row{"[a]\nB = 1 \n", "1"}, Row{"[A]\r\nb=\" 1 \"\r\n", " 1 "},
+        Row{"[A]\r\nb='1'\r\nb=2\r\n", "1"}, Row{"[A]\r\n;b=0\r\nb=1;2\r\n", "1;2"}, Row{"\xEF\xBB\xBF[A]\r\nb=1", "1"},
+        Row{"[X]\r\nb=0\r\n[A]\r\nc=0\r\n[A]\r\nb=1\r\n", "1"}, Row{"[ A ]\r\n  b  =  1=2\r\n", "1=2"},
+        Row{std::string("\0\0junk\n[A\n=x\n[A]\nb=1\n", 20), "1"}, Row{"[A]\r\nb=\r\n", ""},
+        Row{"b=1\r\n", std::nullopt}, Row{"[A]\r\n;b=1\r\n", std::nullopt}, Row{"", std::nullopt},
+        Row{"[A]", std::nullopt}, Row{"[", std::nullopt}, Row{"=\n[]\n=\n", std::nullopt}}) {
+    EXPECT_EQ(IniDocument(text).Get("A", "b"), value) << text;
+    EXPECT_EQ(IniDocument(text).Text(), text);
   }
 }
 
 TEST(IniDocument, AWriteTouchesItsOwnLineOnly) {
-  struct Row {
-    const char* before;
-    const char* after;  // with b=9 in section A
-  };
-  const Row rows[] = {
-      {"", "[A]\r\nb=9\r\n"},
-      {"; kept\r\n[A]\r\n  b = 1 \r\n\r\n; c\r\nx\r\n", "; kept\r\n[A]\r\nb=9\r\n\r\n; c\r\nx\r\n"},
-      {"[A]\nc=1\n\n[B]\nb=1\n", "[A]\nc=1\nb=9\n\n[B]\nb=1\n"},
-      {"[B]\r\nb=1", "[B]\r\nb=1\r\n[A]\r\nb=9\r\n"},
-      {"[A]", "[A]\r\nb=9\r\n"},
-      {"[a]\r\nb=1\r\nB=2\r\n", "[a]\r\nb=9\r\nB=2\r\n"},
-  };
-  for (const Row& row : rows) {
-    IniDocument document(row.before);
+  for (const auto& [before, after] :
+       Arrows({"-> [A]\r\nb=9\r\n",
+               "; kept\r\n[A]\r\n  b = 1 \r\n\r\n; c\r\nx\r\n-> ; kept\r\n[A]\r\nb=9\r\n\r\n; c\r\nx\r\n",
+               "[A]\nc=1\n\n[B]\nb=1\n-> [A]\nc=1\nb=9\n\n[B]\nb=1\n", "[B]\r\nb=1-> [B]\r\nb=1\r\n[A]\r\nb=9\r\n",
+               "[A]-> [A]\r\nb=9\r\n", "[a]\r\nb=1\r\nB=2\r\n-> [a]\r\nb=9\r\nB=2\r\n"})) {
+    IniDocument document(before);
     document.Set("A", "b", "9");
-    EXPECT_EQ(document.Text(), row.after);
+    EXPECT_EQ(document.Text(), after);
     EXPECT_EQ(document.Get("a", "B"), "9");
   }
 }
@@ -71,17 +46,13 @@ TEST(IniDocument, ValuesComeBackAsTheyWereWrittenAndForgeNothing) {
 }
 
 TEST(IniDocument, KeepsTheByteOrderMarkWhateverItsFirstLineSuffers) {
-  IniDocument document(
-      "\xEF\xBB\xBF"
-      "a=1\r\nb=2\r\n[A]\r\nc=3\r\n");
+  const std::string mark = "\xEF\xBB\xBF";
+  IniDocument document(mark + "a=1\r\nb=2\r\n[A]\r\nc=3\r\n");
   EXPECT_EQ(document.Section("").front().first, "a");
   document.Set("", "a", "4");
-  EXPECT_EQ(document.Text(),
-            "\xEF\xBB\xBF"
-            "a=4\r\nb=2\r\n[A]\r\nc=3\r\n");
-  EXPECT_TRUE(document.DeleteKey("", "a"));
-  EXPECT_TRUE(document.DeleteSection(""));
-  EXPECT_EQ(document.Text(), "\xEF\xBB\xBF[A]\r\nc=3\r\n");
+  EXPECT_EQ(document.Text(), mark + "a=4\r\nb=2\r\n[A]\r\nc=3\r\n");
+  EXPECT_TRUE(document.DeleteKey("", "a") && document.DeleteSection(""));
+  EXPECT_EQ(document.Text(), mark + "[A]\r\nc=3\r\n");
 }
 
 TEST(IniDocument, ACommentComesOnceAndNeverOverTheUsersOwn) {
@@ -100,12 +71,10 @@ TEST(IniDocument, ACommentComesOnceAndNeverOverTheUsersOwn) {
 
 TEST(IniDocument, DeletesKeysAndSections) {
   IniDocument document("[A]\r\nb=1\r\nc=2\r\n[B]\r\nb=3\r\n[a]\r\nd=4\r\n");
-  EXPECT_TRUE(document.DeleteKey("A", "B"));
-  EXPECT_FALSE(document.DeleteKey("A", "b"));
+  EXPECT_TRUE(document.DeleteKey("A", "B") && !document.DeleteKey("A", "b"));
   EXPECT_EQ(document.Get("B", "b"), "3");
   EXPECT_EQ(document.Section("A").size(), 2u);
-  EXPECT_TRUE(document.DeleteSection("A"));
-  EXPECT_FALSE(document.DeleteSection("A"));
+  EXPECT_TRUE(document.DeleteSection("A") && !document.DeleteSection("A"));
   EXPECT_EQ(document.Text(), "[B]\r\nb=3\r\n");
 }
 

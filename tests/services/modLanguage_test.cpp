@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/AttachedLog.h"
 #include "fakes/FakeClock.h"
-#include "fakes/MemoryLogStore.h"
 #include "services/ansi.h"
 
 namespace vorlix {
@@ -48,17 +48,13 @@ TEST_F(modLanguageTest, AFileThatCannotBeReadLeavesNoTextsOfTheFormerLanguage) {
 }
 
 TEST_F(modLanguageTest, ADevelopmentRunShowsWhatIsTranslated) {
-  FakeClock clock;
-  MemoryLogStore logs;
-  ErrorHandling().Attach(logs, clock, "PRG");
+  const FakeClock clock;
+  const AttachedLog log(clock);
   Init("en", "[Data]\r\nA=b\r\nLanguage=english\r\n");
   modLanguage::SetDevelopmentRun(true);
-  EXPECT_EQ(LoadLangKey("A", "x"), "[b]");
-  EXPECT_EQ(LoadLangKey("B", "x"), "?x?");
-  EXPECT_EQ(LoadLangKey("Language", "deutsch"), "english");
-  EXPECT_EQ(LoadLangKey("CountryID", "de"), "de");
-  ErrorHandling().Detach();
-  EXPECT_EQ(logs.Text(R"(\log\language.log)"), "PRG v3.0 | B | x\n");
+  EXPECT_EQ(LoadLangKey("A", "x") + LoadLangKey("B", "x"), "[b]?x?");
+  EXPECT_EQ(LoadLangKey("Language", "deutsch") + LoadLangKey("CountryID", "de"), "englishde");
+  EXPECT_EQ(log.Language(), "PRG v3.0 | B | x\n");
 }
 
 }  // namespace

@@ -14,33 +14,23 @@ using testing::ElementsAre;
 
 TEST(Ansi, EveryByteSurvivesARoundTrip) {
   std::string all;
-  for (int byte = 0; byte < 256; ++byte) {
+  for (int byte = 0; byte < 256; ++byte)
     all += static_cast<char>(byte);
-  }
   EXPECT_EQ(FromUtf8(ToUtf8(all)), all);
 }
 
 TEST(Ansi, Utf8BecomesWindows1252) {
-  struct Row {
-    const char* utf8;
-    const char* ansi;
-  };
-  const Row rows[] = {
-      {"Übersicht €",
-       "\xDC"
-       "bersicht \x80"},
-      {"„Anruf“ – Žluť",
-       "\x84"
-       "Anruf\x93 \x96 \x8Elu?"},
-      {"\xF0\x9F\x93\x9E", "?"},
-      {"a\xFFz", "a\xFFz"},              // not UTF-8: kept
-      {"\xC0\xAF", "\xC0\xAF"},          // overlong
-      {"\xED\xA0\x80", "\xED\xA0\x80"},  // a surrogate
-      {"\xE2\x82", "\xE2\x82"},          // cut off
-  };
-  for (const Row& row : rows) {
-    EXPECT_EQ(FromUtf8(row.utf8), row.ansi) << row.utf8;
-  }
+  for (const auto& [utf8, ansi] : {std::pair{"Übersicht €",
+                                             "\xDC"
+                                             "bersicht \x80"},
+                                   {"„Anruf“ – Žluť",
+                                    "\x84"
+                                    "Anruf\x93 \x96 \x8Elu?"},
+                                   {"\xF0\x9F\x93\x9E", "?"}})
+    EXPECT_EQ(FromUtf8(utf8), ansi) << utf8;
+  // Not UTF-8, overlong, a surrogate, cut off: kept.
+  for (const char* kept : {"a\xFFz", "\xC0\xAF", "\xED\xA0\x80", "\xE2\x82"})
+    EXPECT_EQ(FromUtf8(kept), kept);
   EXPECT_EQ("Übersicht €"_ansi,
             "\xDC"
             "bersicht \x80");
@@ -49,10 +39,8 @@ TEST(Ansi, Utf8BecomesWindows1252) {
 TEST(Text, CaseFollowsTheCodePage) {
   EXPECT_EQ(Lower("\xC4\xD6\xDC\xDF\x8A\x9F\xD7"), "\xE4\xF6\xFC\xDF\x9A\xFF\xD7");
   EXPECT_EQ(Upper("\xE4\xF6\xFC\xDF\x9A\xFF\xF7"), "\xC4\xD6\xDC\xDF\x8A\x9F\xF7");
-  EXPECT_TRUE(EqualNoCase("UNBEK\xC4NNT", "unbek\xE4nnt"));
-  EXPECT_TRUE(ContainsNoCase("xx unbekannt yy", "Unbekannt"));
-  EXPECT_FALSE(ContainsNoCase("unbekann", "Unbekannt"));
-  EXPECT_FALSE(StartsWithNoCase("ab", "ABC"));
+  EXPECT_TRUE(EqualNoCase("UNBEK\xC4NNT", "unbek\xE4nnt") && ContainsNoCase("xx unbekannt yy", "Unbekannt"));
+  EXPECT_FALSE(ContainsNoCase("unbekann", "Unbekannt") || StartsWithNoCase("ab", "ABC"));
 }
 
 TEST(Text, SplitsJoinsAndReplaces) {
@@ -68,18 +56,15 @@ TEST(Text, SplitsJoinsAndReplaces) {
 }
 
 TEST(Text, TellsNumbersFromOtherTexts) {
-  for (const char* numeric : {"0", "-1", "+49", " 12 ", "1.5", "1,5", "007"}) {
+  for (const char* numeric : {"0", "-1", "+49", " 12 ", "1.5", "1,5", "007"})
     EXPECT_TRUE(IsNumeric(numeric)) << numeric;
-  }
-  for (const char* other : {"", " ", "-", "1.2.3", "1a", "--1", "1 2", "+", "\xB2"}) {
+  for (const char* other : {"", " ", "-", "1.2.3", "1a", "--1", "1 2", "+", "\xB2"})
     EXPECT_FALSE(IsNumeric(other)) << other;
-  }
   EXPECT_EQ(LeadingInteger(" -12abc"), -12);
   EXPECT_EQ(LeadingInteger("99999999999999999999"), INT_MAX);
   EXPECT_EQ(LeadingInteger("-99999999999999999999"), INT_MIN);
   EXPECT_EQ(LeadingInteger("abc"), std::nullopt);
-  EXPECT_FALSE(IsDigits("12a"));
-  EXPECT_FALSE(IsDigits(""));
+  EXPECT_FALSE(IsDigits("12a") || IsDigits(""));
 }
 
 }  // namespace
