@@ -15,6 +15,7 @@
 #include "data/modSettings.h"
 #include "fakes/BookOfNames.h"
 #include "fakes/FakeClock.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/posix/PosixFileStore.h"
 
 namespace vorlix {
@@ -27,7 +28,7 @@ class SilentDoor : public MsgBoxDoor {
 
 // The data room on a folder of the disk.
 struct DataRoom {
-  TempFolder folder;
+  TemporaryFolder folder;
   PosixFileStore files;
   Folders folders{files, {.programFolder = "/nowhere", .dataHome = {}, .home = {}, .override = folder.Path()}};
   WriteBlocks blocks;

@@ -9,6 +9,7 @@
 
 #include "app/RunningVorlix.h"
 #include "app/TestRouter.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace vorlix {
 namespace {
@@ -40,7 +41,7 @@ std::string CallLine(int number) {
 constexpr const char* kEndLine = "17.06.20 10:31:00;DISCONNECT;1;0;";
 
 void DirectTcp(benchmark::State& state) {
-  TempFolder folder;
+  TemporaryFolder folder;
   TestRouter router;
   Growth journal(folder.Path() + "/journal.txt");
   const int client = socket(AF_INET, SOCK_STREAM, 0);
@@ -65,16 +66,16 @@ void DirectTcp(benchmark::State& state) {
     router.SendLine(kEndLine);
     journal.WaitBeyond(size);
   }
-  router.HangUp();
+  router.GoAway();
   reader.join();
   close(client);
 }
 BENCHMARK(DirectTcp)->Iterations(3000)->Repetitions(5)->UseRealTime()->ReportAggregatesOnly();
 
 void ThroughHelperAndProgram(benchmark::State& state) {
-  TempFolder folder;
+  TemporaryFolder folder;
   TestRouter router;
-  RunningVorlix::WriteSettings(folder.Path(), router.Port());
+  WriteSettings(folder.Path(), router.Port());
   Growth journal(folder.Path() + "/data/Vorlixjournal.txt");
   RunningVorlix program(folder.Path());
   if (!router.WaitForClient() || !program.Shows("AVM OK")) {
@@ -101,9 +102,9 @@ void FloodOfHundredThousandLines(benchmark::State& state) {
   constexpr int kCalls = 50000;
   for (auto _ : state) {
     state.PauseTiming();
-    TempFolder folder;
+    TemporaryFolder folder;
     TestRouter router;
-    RunningVorlix::WriteSettings(folder.Path(), router.Port());
+    WriteSettings(folder.Path(), router.Port());
     RunningVorlix program(folder.Path());
     if (!router.WaitForClient() || !program.Shows("AVM OK")) {
       state.SkipWithError("the program does not come up");
@@ -132,9 +133,9 @@ BENCHMARK(FloodOfHundredThousandLines)->Iterations(1)->UseRealTime()->Unit(bench
 
 // From the start of the program to "line ready": the router's connection is shown.
 void StartToLineReady(benchmark::State& state) {
-  TempFolder folder;
+  TemporaryFolder folder;
   TestRouter router;
-  RunningVorlix::WriteSettings(folder.Path(), router.Port());
+  WriteSettings(folder.Path(), router.Port());
   for (auto _ : state) {
     RunningVorlix program(folder.Path());
     router.WaitForClient();

@@ -9,6 +9,7 @@
 #include "core/null_ports.h"
 #include "data/modNumbers.h"
 #include "fakes/FakeClock.h"
+#include "fakes/TemporaryFolder.h"
 #include "platform/posix/PosixFileStore.h"
 #ifdef VORLIX_PHONENUMBER
 #include <phonenumbers/geocoding/phonenumber_offline_geocoder.h>
@@ -40,7 +41,7 @@ struct NumberRoom {
     numbers.loadLVW();
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   PosixFileStore files;
   Folders folders{files, {.programFolder = VORLIX_BIN, .dataHome = {}, .home = {}, .override = folder.Path()}};
   WriteBlocks blocks;

@@ -104,8 +104,8 @@ class RunningVorlix {
     }
     return text_;
   }
-  bool WaitFor(const std::function<bool()>& reached) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  bool WaitFor(const std::function<bool()>& reached, std::chrono::seconds patience = std::chrono::seconds(30)) {
+    const auto end = std::chrono::steady_clock::now() + patience;
     while (!reached()) {
       if (std::chrono::steady_clock::now() > end) return false;
       pollfd wanted{output_, POLLIN, 0};
