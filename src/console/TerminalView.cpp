@@ -40,7 +40,7 @@ MsgBoxAnswer TerminalView::Show(std::string_view text, int style, std::string_vi
     for (const std::string& line : Split(Replace(text, kLineEnd, "\n"), "\n")) {
       Write("[" + std::string(mark) + "] " + WithoutControls(title) + ": " + WithoutControls(line) + "\n");
     }
-    if ((style & kMsgYesNo) != kMsgYesNo) return MsgBoxAnswer::kOk;
+    if (!IsQuestion(style)) return MsgBoxAnswer::kOk;
     return modal && wait_ && !isAsking_ && IsInteractive() ? AskYesNo() : MsgBoxAnswer::kNo;
   });
 }

@@ -1,10 +1,11 @@
-// Two telephone-book entries of one number: asks which is to stay, question by question.
+// Two telephone-book entries of one number: asks which is to stay, question by question or with a box.
 #pragma once
 
 #include <functional>
 
 #include "data/modBook.h"
 #include "screens/FirstStart.h"
+#include "services/modAll_MsgBox.h"
 
 namespace vorlix {
 
@@ -19,6 +20,19 @@ class DoubleItemsQuestion : public AskForDoubleItems {
  private:
   FirstStartView& view_;
   std::function<bool()> canAsk_;
+};
+
+// The same as one box; Cancel keeps what is there, also for all that follow.
+class DoubleItemsBox : public AskForDoubleItems {
+ public:
+  // The boxes must outlive the object.
+  explicit DoubleItemsBox(MsgBoxDoor& boxes) : boxes_(boxes) {}
+
+  DoubleItem ShowDialog(const std::string& number, const std::string& oldName, const std::string& oldAddress,
+                        std::string& newName, std::string& newAddress) override;
+
+ private:
+  MsgBoxDoor& boxes_;
 };
 
 }  // namespace vorlix

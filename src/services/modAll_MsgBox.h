@@ -9,12 +9,18 @@ namespace vorlix {
 // Style values of a box: buttons, plus an icon.
 enum MsgBoxStyle : int {
   kMsgOk = 0,
+  kMsgYesNoCancel = 3,
   kMsgYesNo = 4,
   kMsgError = 16,
   kMsgQuestion = 32,
   kMsgWarning = 48,
   kMsgInformation = 64,
 };
+
+inline constexpr int kMsgButtons = 0x0F;
+constexpr bool IsQuestion(int style) {
+  return (style & kMsgButtons) != kMsgOk;
+}
 
 enum class MsgBoxAnswer { kOk = 1, kCancel = 2, kYes = 6, kNo = 7 };
 

@@ -34,6 +34,8 @@ TEST_F(MessageBoxesTest, WaitsForTheAnswerOfAQuestionAndOfAModalBox) {
       {kMsgYesNo, false, "Nein", MsgBoxAnswer::kNo},
       {kMsgYesNo + kMsgWarning, true, "", MsgBoxAnswer::kNo},
       {kMsgError, true, "OK", MsgBoxAnswer::kOk},
+      {kMsgYesNoCancel + kMsgQuestion, true, "Abbrechen", MsgBoxAnswer::kCancel},
+      {kMsgYesNoCancel, true, "", MsgBoxAnswer::kNo},
       {kMsgInformation, true, "", MsgBoxAnswer::kOk},
   };
   for (const Row& row : rows) {

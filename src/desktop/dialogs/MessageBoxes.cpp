@@ -31,20 +31,25 @@ QMessageBox::Icon IconOf(int style) {
   }
 }
 
-bool IsQuestion(int style) {
-  return (style & ~kIcons) == kMsgYesNo;
-}
-
 // Yes and no get buttons that Escape and closing answer with no.
-void AddButtons(QMessageBox& box, bool isQuestion) {
-  if (!isQuestion) {
+void AddButtons(QMessageBox& box, int style) {
+  if (!IsQuestion(style)) {
     box.addButton(QMessageBox::Ok)->setText(OkText());
     return;
   }
   box.addButton(QMessageBox::Yes)->setText(DialogText("Button_Yes", "Ja"_ansi));
   box.addButton(QMessageBox::No)->setText(DialogText("Button_No", "Nein"_ansi));
+  if ((style & kMsgButtons) == kMsgYesNoCancel) box.addButton(QMessageBox::Cancel)->setText(CancelText());
   box.setDefaultButton(QMessageBox::No);
   box.setEscapeButton(QMessageBox::No);
+}
+
+// A box that was left, or is gone, says no.
+MsgBoxAnswer AnswerOf(const QPointer<QMessageBox>& box) {
+  const QAbstractButton* pressed = box ? box->clickedButton() : nullptr;
+  if (pressed == nullptr) return MsgBoxAnswer::kNo;
+  if (pressed == box->button(QMessageBox::Yes)) return MsgBoxAnswer::kYes;
+  return pressed == box->button(QMessageBox::Cancel) ? MsgBoxAnswer::kCancel : MsgBoxAnswer::kNo;
 }
 
 QMessageBox* MakeBox(std::string_view text, int style, std::string_view title) {
@@ -56,7 +61,7 @@ QMessageBox* MakeBox(std::string_view text, int style, std::string_view title) {
   box->setTextFormat(Qt::PlainText);
   box->setText(ToQString(text).replace("\r\n", "\n"));
   box->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  AddButtons(*box, IsQuestion(style));
+  AddButtons(*box, style);
   AssignLetters(*box);
   return box;
 }
@@ -81,10 +86,9 @@ MsgBoxAnswer MessageBoxes::Show(std::string_view text, int style, std::string_vi
     // A question in the middle of a call must not keep the next ones waiting for ever.
     if (IsQuestion(style)) QTimer::singleShot(kMostThought, box.data(), [box] { box->reject(); });
     RunDialog(*box);
-    const bool isYes = box && box->clickedButton() == box->button(QMessageBox::Yes);
+    const MsgBoxAnswer answer = IsQuestion(style) ? AnswerOf(box) : MsgBoxAnswer::kOk;
     delete box;
-    if (!IsQuestion(style)) return MsgBoxAnswer::kOk;
-    return isYes ? MsgBoxAnswer::kYes : MsgBoxAnswer::kNo;
+    return answer;
   });
 }
 
