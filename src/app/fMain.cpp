@@ -13,6 +13,13 @@
 #include "services/text.h"
 
 namespace vorlix {
+namespace {
+
+std::string WaitText() {
+  return LoadLangKey("Display_Msg_InitWait", "Bitte warten"_ansi);
+}
+
+}  // namespace
 
 fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surroundings)
     : system_(system),
@@ -64,11 +71,15 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
     messages_.MsgBoxForward(text, style, title);
   });
   ErrorHandling().TraceInfoMessage(true);
-  timers_.tmFileWatch->SetTick([this] { known_.book.tmFileWatch_Timer(); });
+  timers_.tmFileWatch->SetTick([this] {
+    if (known_.book.tmFileWatch_Timer()) display_.display.DisplayCallerUpdateWithBook();
+  });
   system_.screen.WaitWith([this] {
     system_.loop.WaitPending(std::chrono::seconds(1));
     return !state_.ExitInProgress;
   });
+  lines_.helpers.OnSecondStart([this] { system_.screen.ComeForward(); });
+  system_.screen.OnSessionEnd([this] { Close(UnloadReason::kSystem); });
   BindMenu();
   AttachStartUp();
   AttachShutDown();
@@ -77,6 +88,7 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
 fMain::~fMain() {
   system_.screen.Close();
   system_.screen.WaitWith({});
+  system_.screen.OnSessionEnd({});
   ErrorHandling().Detach();
 }
 
@@ -155,7 +167,6 @@ CallerDisplay::Ports fMain::DisplayPorts() {
           callerWindows_,
           displayWindows_,
           [this] { sound_.Stop(); },
-          [this](bool) { display_.display.DisplayUpdate(false); },
           [this] { lines_.capi.CAPIReset(false, true); },
           {},
           {}};
@@ -211,10 +222,7 @@ void fMain::AttachStartUp() {
   startUp_.Do(StartPhase::kPaths, [this] { ReadSwitches(); });
   startUp_.On(StartPhase::kClosingAlready, [this] { return EndIfClosing(); });
   startUp_.Do(StartPhase::kGlobalLanguage, [this] { LoadLanguage(); });
-  startUp_.Do(StartPhase::kCheckDirectories, [this] {
-    CheckDirectories(system_.files, folders_, messages_);
-    checkWritten_ = settingsStore_.WriteCheck();
-  });
+  startUp_.On(StartPhase::kCheckDirectories, [this] { return CheckFolders(); });
   startUp_.When(StartPhase::kFirstStart, [this] { return settingsStore_.IsFirstStart(); });
   startUp_.On(StartPhase::kFirstStart, [this] { return FirstStartPhase(); });
   startUp_.Do(StartPhase::kCheckReverseOfJournal, [this] { journal_.CheckReverseOfJournal(); });
@@ -223,8 +231,10 @@ void fMain::AttachStartUp() {
   startUp_.Do(StartPhase::kDisplayElementsLoad, [this] { display_.display.DisplayElementsLoad(); });
   startUp_.Do(StartPhase::kFileBackup, [this] { BackupFiles(); });
   startUp_.Do(StartPhase::kTimers, [this] { timers_.AllTimerStart(); });
-  startUp_.On(StartPhase::kInitWait, [this] { return InitWait(); });
-  startUp_.Do(StartPhase::kShowTrayIcon, [this] { OpenScreen(); });
+  startUp_.On(StartPhase::kInitWait, [this] {
+    OpenScreen();  // what it waits for is to be seen
+    return InitWait();
+  });
   startUp_.Do(StartPhase::kLoadSettingsAVM, [this] { settingsStore_.LoadSettings_AVM(); });
   startUp_.Do(StartPhase::kLoadSettingsNCID, [this] { settingsStore_.LoadSettings_NCID(); });
   startUp_.Do(StartPhase::kSetSession, [this] { files_.SetSession(true); });
@@ -253,7 +263,10 @@ StartResult fMain::OpenEndpoint() {
   const WindowHandle handle = HandleForText(CanonicalFolder(folders_.ProgramData()));
   const LinkOpening opening = system_.link.Open(handle, lines_.helpers, startedByRestart_);
   if (opening) return StartResult::kGoOn;
-  if (opening.state == LinkOpening::State::kInUse) return StartResult::kEnd;
+  if (opening.state == LinkOpening::State::kInUse) {
+    if (!startedByAuto_) system_.link.Send(handle, kComeForward, {});
+    return StartResult::kEnd;
+  }
   ErrorHandling().ErrorLogForceWrite("fMain.OpenEndpoint", {handle}, 0, opening.reason);
   return Fail(
       LoadLangKey("Message_ErrorEndpoint", "Die Verbindung für die Hilfsprogramme kann nicht angelegt werden:"_ansi) +
@@ -276,6 +289,16 @@ void fMain::GiveWayToOtherCopy() {
   if (state_.ExitInProgress || system_.link.OwnsEndpoint()) return;
   ErrorHandling().LogDebug_Temp("Another copy has taken over, this one ends");
   Close(UnloadReason::kUser);
+}
+
+// Without a folder nothing could be kept. The user has been told.
+StartResult fMain::CheckFolders() {
+  if (!CheckDirectories(system_.files, folders_, messages_)) {
+    exitStatus_ = 1;
+    return StartResult::kEnd;
+  }
+  checkWritten_ = settingsStore_.WriteCheck();
+  return StartResult::kGoOn;
 }
 
 StartResult fMain::FirstStartPhase() {
@@ -303,7 +326,9 @@ void fMain::LoadSettings() {
 void fMain::BackupFiles() {
   if (!settings_.General.BackupAtStartUp) return;
   for (const char* file : {"Vorlixbook.txt", "Vorlixjournal.txt"}) {
-    files_.FileMakeBackup(folders_.BookPath() + file, settings_.General.BackupCount);
+    const std::string path = folders_.BookPath() + file;
+    // A file that has lost its content would push one good generation out at each start.
+    if (!files_.IsPoorerThanBackup(path)) files_.FileMakeBackup(path, settings_.General.BackupCount);
   }
 }
 
@@ -314,8 +339,7 @@ StartResult fMain::InitWait() {
   }
   const int delay = settings_.General.AutoRunDelay;
   if (delay == 0) return StartResult::kGoOn;
-  display_.display.ChangeDisplayData(LoadLangKey("Display_Msg_InitWait", "Bitte warten"_ansi) + " " +
-                                     std::to_string(delay) + " sek");
+  display_.display.ChangeDisplayData(WaitText() + " " + std::to_string(delay) + " sek");
   wait_ = std::make_unique<StartWait>(system_.loop, std::chrono::seconds(delay), [this] { startUp_.Continue(); });
   return StartResult::kWait;
 }
@@ -332,14 +356,13 @@ void fMain::OpenScreen() {
                        [this](oDataCall& call) { known_.Identify(call); },
                        {.version = VersionText(), .dataFolder = folders_.ProgramData(), .lines = {}, .toolkit = {}},
                        [this] { return sourceStates_.Read(); },
-                       [this] { Close(UnloadReason::kUser); },
-                       [this] { Close(UnloadReason::kSystem); }});
+                       [this] { Close(UnloadReason::kUser); }});
   if (system_.screen.HasClock()) display_.display.RunClock();
 }
 
 // A simulation that begins now would take its end away.
 bool fMain::HasRealCall() const {
-  return state_.ActiveCallList.Count() > 0 || lines_.router.AVMCallList().Count() > 0;
+  return state_.ActiveCallList.Count() > 0 || lines_.router.HasOpenCall();
 }
 
 TypedCommands::Calls fMain::NewestCalls(std::size_t count) {
@@ -351,11 +374,17 @@ TypedCommands::Calls fMain::NewestCalls(std::size_t count) {
   return calls;
 }
 
-// A helper tells soon how its line stands; without one there is nothing to wait for.
+// A helper tells soon how its line stands, a driver has told already.
 void fMain::ShowFirstState() {
   system_.screen.Tell(VersionText() + ", " + LoadLangKey("Console_Label_DataFolder", "Datenordner"_ansi) + " " +
                       folders_.ProgramData());
-  if (!settings_.General.CallMode_AVM && !settings_.General.CallMode_NCID) display_.display.DisplayUpdate(false);
+  const auto& general = settings_.General;
+  if (!general.CallMode_CAPI && (general.CallMode_AVM || general.CallMode_NCID)) {
+    display_.display.ChangeDisplayData(WaitText());
+  } else {
+    display_.display.DisplayUpdate(false);
+  }
+  display_.display.DisplayResize();
 }
 
 }  // namespace vorlix

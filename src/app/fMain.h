@@ -82,6 +82,7 @@ class fMain {
   StartResult Fail(const std::string& message);
   void ReadSwitches();
   StartResult EndIfClosing() const { return state_.ExitInProgress ? StartResult::kEnd : StartResult::kGoOn; }
+  StartResult CheckFolders();
   StartResult FirstStartPhase();
   void LoadLanguage();
   void LoadSettings();

@@ -1,5 +1,6 @@
 #include "data/modDirectories.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -49,16 +50,17 @@ std::vector<std::string> MakeMissing(FileStore& files, const Folders& folders) {
 
 }  // namespace
 
-void CheckDirectories(FileStore& files, const Folders& folders, modAll_MsgBox& messages) {
-  Trapped("fMain.CheckDirectories", [&] {
+bool CheckDirectories(FileStore& files, const Folders& folders, modAll_MsgBox& messages) {
+  return Trapped("fMain.CheckDirectories", [&] {
     if (const auto missing = MissingShipped(files, folders); !missing.empty()) {
       Tell(messages, LoadLangKey("Message_DirectoriesNotFound", "Wichtige Verzeichnisse wurden nicht gefunden!"_ansi),
            missing);
-      return;
+      return true;
     }
-    if (const auto failed = MakeMissing(files, folders); !failed.empty()) {
-      Tell(messages, LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi), failed);
-    }
+    const auto failed = MakeMissing(files, folders);
+    if (failed.empty()) return true;
+    Tell(messages, LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi), failed);
+    return std::ranges::find(failed, folders.ProgramData()) == failed.end();
   });
 }
 

@@ -8,7 +8,7 @@
 namespace vorlix {
 
 // Looks for the seven folders below "\base\"; if one is missing the user is told and nothing is made. Otherwise makes
-// the folders of the data, and tells which could not be made.
-void CheckDirectories(FileStore& files, const Folders& folders, modAll_MsgBox& messages);
+// the folders of the data, and tells which could not be made. False when the data folder itself is one of these.
+bool CheckDirectories(FileStore& files, const Folders& folders, modAll_MsgBox& messages);
 
 }  // namespace vorlix

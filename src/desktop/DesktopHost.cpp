@@ -1,6 +1,7 @@
 #include "desktop/DesktopHost.h"
 
 #include <QThread>
+#include <algorithm>
 #include <cstdio>
 
 #include "desktop/dialogs/dialog_parts.h"
@@ -18,7 +19,9 @@ class DesktopHost::StoredPlaces : public WindowPlaces {
   std::optional<WindowPlace> Load(PlacedWindow window) override {
     const Members place = MembersOf(window);
     if (place.screen == "0" || place.screen.empty()) return std::nullopt;
-    return WindowPlace{place.screen, place.left, place.top, place.leftOnScreen, place.topOnScreen, place.width};
+    return WindowPlace{
+        place.screen,     Held(place.left), Held(place.top), Held(place.leftOnScreen), Held(place.topOnScreen),
+        Held(place.width)};
   }
   void Save(PlacedWindow window, const WindowPlace& place) override {
     const Members members = MembersOf(window);
@@ -31,6 +34,9 @@ class DesktopHost::StoredPlaces : public WindowPlaces {
   }
 
  private:
+  // No screen is wider; sums of what somebody has typed into the file must not overflow.
+  static int Held(int points) { return std::clamp(points, -100'000, 100'000); }
+
   struct Members {
     std::string& screen;
     int &left, &top, &leftOnScreen, &topOnScreen, &width;
@@ -113,12 +119,15 @@ void DesktopHost::Open(const Program& program) {
   menu.Bind(MenuCommand::kBlacklist, [this] { windows_->blacklistWindow.Open(); });
   menu.Bind(MenuCommand::kAbout, [this] { windows_->about.Open(windows_->AboutNow()); });
   menu.Bind(MenuCommand::kQuit, program.quit);
-  windows_->connection =
-      screen_.Open({program.display, menu, windows_->places, program.sessionEnds}, FontOf(program.settings));
+  windows_->connection = screen_.Open({program.display, menu, windows_->places}, FontOf(program.settings));
   if (CanPlaceWindows()) return;
   program.settingsStore.NotePlaces(LoadLangKey(
       "Settings_Info_Wayland",
       "Unter Wayland bestimmt der Desktop, wo die Fenster stehen: ...Left und ...Top gelten dort nicht."_ansi));
+}
+
+void DesktopHost::ComeForward() {
+  if (windows_ && windows_->connection) screen_.Activate();
 }
 
 void DesktopHost::Tick() {
@@ -135,18 +144,6 @@ void DesktopHost::Close() {
   windows_->connection.reset();
   // What has just been answered returns into its window when this call is over.
   if (QThread::currentThread()->loopLevel() == 0) windows_.reset();
-}
-
-DoubleItem DesktopHost::DoubleItemsBox::ShowDialog(const std::string& number, const std::string& oldName,
-                                                   const std::string& oldAddress, std::string& newName,
-                                                   std::string& newAddress) {
-  const std::string gap(kLineEnd);
-  const std::string text = LoadLangKey("DoubleItems_Label_Number", "Rufnummer:"_ansi) + " " + number + gap + gap +
-                           LoadLangKey("DoubleItems_Label_Old", "Vorhanden:"_ansi) + " " + oldName + ", " + oldAddress +
-                           gap + LoadLangKey("DoubleItems_Label_New", "Neu:"_ansi) + " " + newName + ", " + newAddress +
-                           gap + gap + LoadLangKey("DoubleItems_Label_Take", "Den neuen Eintrag übernehmen?"_ansi);
-  const MsgBoxAnswer answer = boxes_.Show(text, kMsgYesNo + kMsgQuestion, modAll_MsgBox::kProgramName, true);
-  return answer == MsgBoxAnswer::kYes ? DoubleItem::kSetItem : DoubleItem::kNothing;
 }
 
 }  // namespace vorlix

@@ -12,6 +12,7 @@
 #include "desktop/dialogs/FirstStartDialog.h"
 #include "desktop/dialogs/MessageBoxes.h"
 #include "desktop/dialogs/SimulationDialog.h"
+#include "screens/DoubleItemsQuestion.h"
 #include "screens/Screen.h"
 #include "screens/fEditBlacklist.h"
 
@@ -35,6 +36,8 @@ class DesktopHost : public Screen {
   void Tell(const std::string& text) override;
   // Dialogs run the toolkit's loop.
   void WaitWith(std::function<bool()>) override {}
+  void OnSessionEnd(std::function<void()> ends) override { screen_.OnSessionEnd(std::move(ends)); }
+  void ComeForward() override;
   void Open(const Program& program) override;
   bool HasClock() const override { return true; }
   void Tick() override;
@@ -44,16 +47,6 @@ class DesktopHost : public Screen {
  private:
   // The places of bar and large window in the settings.
   class StoredPlaces;
-  // The question about two entries of one number, as a box.
-  class DoubleItemsBox : public AskForDoubleItems {
-   public:
-    explicit DoubleItemsBox(MsgBoxDoor& boxes) : boxes_(boxes) {}
-    DoubleItem ShowDialog(const std::string& number, const std::string& oldName, const std::string& oldAddress,
-                          std::string& newName, std::string& newAddress) override;
-
-   private:
-    MsgBoxDoor& boxes_;
-  };
   struct Windows;
 
   DesktopScreen screen_;

@@ -98,7 +98,6 @@ DesktopScreen::~DesktopScreen() {
 
 std::unique_ptr<DesktopScreen::Connection> DesktopScreen::Open(const Program& program, const DisplayFont& font) {
   gestures_ = GesturesOf(program.display, program.menu);
-  application_.sessionEnds = program.sessionEnds;
   hasTray_ = tray_.IsThere();
   maxi_.Open(program.places);
   bar_.Open(program.places, font, hasTray_);
@@ -120,7 +119,6 @@ void DesktopScreen::FollowTray() {
 
 void DesktopScreen::Close() {
   gestures_ = {};
-  application_.sessionEnds = {};
   tray_.Withdraw();
   maxi_.Withdraw();
   bar_.Withdraw();

@@ -55,8 +55,9 @@ class DesktopScreen {
     CallerDisplay& display;
     TrayMenu& menu;
     WindowPlaces& places;
-    std::function<void()> sessionEnds;  // the desktop's session ends, and the program with it
   };
+  // What is done when the desktop's session ends, and the program with it.
+  void OnSessionEnd(std::function<void()> ends) { application_.sessionEnds = std::move(ends); }
   // From here on bar and tray icon are there, and gestures reach the program. The settings are loaded by then.
   [[nodiscard]] std::unique_ptr<Connection> Open(const Program& program, const DisplayFont& font);
   // Now and then while open: a tray that comes takes the icon, and one that goes leaves the bar reachable.

@@ -36,7 +36,6 @@ MainBar::MainBar(const DisplayGestures& gestures, const std::string& iconFolder,
   setAttribute(Qt::WA_AlwaysShowToolTips);
   setMouseTracking(true);
   setWindowTitle(QStringLiteral("Vorlix"));
-  setAccessibleName(ToQString(LoadLangKey("Display_Title_Bar", "Anrufanzeige"_ansi)));
   AddKeys();
   FollowScreens();
 }
@@ -59,6 +58,7 @@ void MainBar::FollowScreens() {
 }
 
 void MainBar::Open(WindowPlaces& places, const DisplayFont& font, bool hasTray) {
+  setAccessibleName(ToQString(LoadLangKey("Display_Title_Bar", "Anrufanzeige"_ansi)));
   places_ = &places;
   SetFont(font);
   AdjustLines();
@@ -122,6 +122,7 @@ void MainBar::ShowLines(const DisplayContent& content) {
   for (std::size_t i = 0; i < content_.lines.size(); ++i)
     lines_[i]->Show(content_.lines[i]);
   Arrange();
+  update();
 }
 
 void MainBar::AdjustLines() {
@@ -188,7 +189,7 @@ void MainBar::paintEvent(QPaintEvent*) {
   painter_.PaintBar(painter, rect());
   const int high = lines_.empty() ? height() : lines_.front()->LineHeight();
   for (int top = kEdge; top + high <= height(); top += high)
-    painter_.PaintGrip(painter, QRect(0, top, kGrip, high));
+    painter_.PaintGrip(painter, QRect(0, top, kGrip, high), content_.rejectsAll);
 }
 
 bool MainBar::event(QEvent* event) {

@@ -55,7 +55,6 @@ MaxiWindow::MaxiWindow(const DisplayGestures& gestures, const SkinPainter& paint
       endMark_(new QLabel(this)) {
   setAttribute(Qt::WA_ShowWithoutActivating);
   setWindowTitle(QStringLiteral("Vorlix"));
-  setAccessibleName(ToQString(LoadLangKey("MaxiDisplay_Title_Window", "Großanzeige"_ansi)));
   resize(kSize);
   picture_->setObjectName(QStringLiteral("picture"));
   picture_->setFixedSize(kPicture);
@@ -68,20 +67,26 @@ MaxiWindow::MaxiWindow(const DisplayGestures& gestures, const SkinPainter& paint
   alias_ = AddText(texts, "alias", 12, false);
   texts->addWidget(endMark_, 0, Qt::AlignLeft);
   texts->addStretch();
-  auto* close = new QToolButton(this);
-  close->setObjectName(QStringLiteral("close"));
-  close->setAutoRaise(true);
-  close->setText(QString(QChar(0x2715)));
-  close->setStyleSheet(QStringLiteral("color:white; font-size:14pt"));
-  close->setToolTip(ToTip(CloseMaxiText()));
-  close->setAccessibleName(ToQString(CloseMaxiText()));
-  QObject::connect(close, &QToolButton::clicked, this, [this] { CloseByHand(); });
+  close_ = new QToolButton(this);
+  close_->setObjectName(QStringLiteral("close"));
+  close_->setAutoRaise(true);
+  close_->setText(QString(QChar(0x2715)));
+  close_->setStyleSheet(QStringLiteral("color:white; font-size:14pt"));
+  QObject::connect(close_, &QToolButton::clicked, this, [this] { CloseByHand(); });
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(16, 12, 8, 12);
   row->setSpacing(16);
   row->addWidget(picture_);
   row->addLayout(texts, 1);
-  row->addWidget(close, 0, Qt::AlignTop);
+  row->addWidget(close_, 0, Qt::AlignTop);
+}
+
+// The program's language is known by now.
+void MaxiWindow::Open(WindowPlaces& places) {
+  places_ = &places;
+  setAccessibleName(ToQString(LoadLangKey("MaxiDisplay_Title_Window", "Großanzeige"_ansi)));
+  close_->setToolTip(ToTip(CloseMaxiText()));
+  close_->setAccessibleName(ToQString(CloseMaxiText()));
 }
 
 ElidedLabel* MaxiWindow::AddText(QLayout* column, const char* name, int points, bool isBold) {

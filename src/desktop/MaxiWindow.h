@@ -19,7 +19,7 @@ class MaxiWindow : public QWidget, public MaxiDisplayWindow {
   MaxiWindow(const DisplayGestures& gestures, const SkinPainter& painter);
 
   // `places` must outlive the window, or be taken back with Withdraw().
-  void Open(WindowPlaces& places) { places_ = &places; }
+  void Open(WindowPlaces& places);
   void Withdraw();
   // By the user.
   void CloseByHand();
@@ -42,6 +42,7 @@ class MaxiWindow : public QWidget, public MaxiDisplayWindow {
   const DisplayGestures& gestures_;
   const SkinPainter& painter_;
   WindowPlaces* places_ = nullptr;
+  QToolButton* close_ = nullptr;
   QLabel* picture_;
   ElidedLabel* name_;
   ElidedLabel* number_;

@@ -73,10 +73,10 @@ void SkinPainter::PaintBar(QPainter& painter, const QRect& bar) const {
   Stretch(painter, QRect(bar.left(), bar.bottom() - kEdge + 1, bar.width(), kEdge), Picture("background_bot"), color);
 }
 
-void SkinPainter::PaintGrip(QPainter& painter, const QRect& grip) const {
-  const QPixmap& picture = Picture("display_grip");
+void SkinPainter::PaintGrip(QPainter& painter, const QRect& grip, bool rejectsAll) const {
+  const QPixmap& picture = Picture(rejectsAll ? "display_grip_color" : "display_grip");
   if (!picture.isNull()) return painter.drawPixmap(grip, picture);
-  painter.setPen(QPen(ToQColor(skin_.colorText), 1, Qt::DotLine));
+  painter.setPen(rejectsAll ? QPen(Qt::red, 2) : QPen(ToQColor(skin_.colorText), 1, Qt::DotLine));
   for (const int x : {grip.center().x() - 2, grip.center().x() + 2})
     painter.drawLine(x, grip.top() + 6, x, grip.bottom() - 6);
 }

@@ -25,7 +25,8 @@ class SkinPainter {
   const Skin& Current() const { return skin_; }
 
   void PaintBar(QPainter& painter, const QRect& bar) const;
-  void PaintGrip(QPainter& painter, const QRect& grip) const;
+  // The other colour says that all calls are refused.
+  void PaintGrip(QPainter& painter, const QRect& grip, bool rejectsAll) const;
   // The field behind time and text; `background` is the skin's own or that of an own number.
   void PaintField(QPainter& painter, const QRect& field, bool isCall, Rgb background) const;
   // "button_stop" and the like.

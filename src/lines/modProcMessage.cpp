@@ -78,6 +78,7 @@ void modProcMessage::TimerTick() {
 
 void modProcMessage::OnMessage(MessageLink::Peer peer, std::uint32_t word, const std::string& text) {
   Trapped("modProcMessage.ForwardMessages", [&] {
+    if (word == kComeForward && comeForward_) return comeForward_();
     const auto link = links_.find(static_cast<int>(word & kHelperSourceMask));
     if (link == links_.end() || !link->second->IsInstalled()) return;
     const auto command = static_cast<HelperCommand>(word & kHelperCommandMask);

@@ -37,6 +37,9 @@ class modProcMessage : public MessageLink::Receiver {
   // Binds the routine that takes a source's lines; it must outlive this object.
   void Bind(int source, SocketSource& receiver) { receivers_[source] = &receiver; }
 
+  // What is done when the program is started once more.
+  void OnSecondStart(std::function<void()> comeForward) { comeForward_ = std::move(comeForward); }
+
   // Starts the helper of a source; false when its file is missing.
   bool Socket_Proc_Init(int source);
   // Tells every helper to end and hears none of them any more.
@@ -61,6 +64,7 @@ class modProcMessage : public MessageLink::Receiver {
   std::map<int, std::unique_ptr<clsProcMessage>> links_;
   std::map<int, SocketSource*> receivers_;
   std::set<int> missing_;
+  std::function<void()> comeForward_;
 };
 
 }  // namespace vorlix

@@ -11,7 +11,8 @@ CallerDisplay::CallerDisplay(Views views, const Ports& ports)
               [this] { display.DisplayReset(false); }}),
       display({views.bar, ports.loop.GetClock(), ports.settings, skin, calls, ports.lines, ports.timers, ports.book,
                ports.blocking, ports.logos, ports.search, ports.callerWindows, tray, maxi, hiding, ports.waitingRun}),
-      commands({ports.settings, ports.state, display, ports.capi, ports.simulation, ports.refreshDisplay,
+      commands({ports.settings, ports.state, display, ports.capi, ports.simulation,
+                [this](bool) { display.DisplayResize(); },
                 [this] {
                   display.HideDisplay();
                   display.DisplayResize();

@@ -36,7 +36,6 @@ struct CallerDisplay {
     DisplayWindows& windows;
     // Hooks; each may be left empty.
     std::function<void()> stopSound;
-    std::function<void(bool rejectsAll)> refreshDisplay;  // a switch that rejects all has changed; one of them is on
     std::function<void()> resetCAPI;
     std::function<std::string(const oDataCall&)> alertText;
     std::function<void(const std::string& number, const std::string& name, const std::string& address)> waitingRun;

@@ -353,7 +353,9 @@ bool MainDisplay::IsCallShown() const {
 
 // Only what has changed goes to the view.
 void MainDisplay::ShowLines() {
-  DisplayContent content{.lines = {}, .lineState = lineState_};
+  const auto& general = ports_.settings.General;
+  DisplayContent content{
+      .lines = {}, .lineState = lineState_, .rejectsAll = general.BlockAll || general.BlockAllByTime};
   for (std::size_t line = 0; line < rows_.size(); ++line) {
     DisplayLine shown = rows_[line].shown;
     const auto buttons = buttons_.find(line);

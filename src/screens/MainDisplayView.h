@@ -45,6 +45,7 @@ struct DisplayLine {
 struct DisplayContent {
   std::vector<DisplayLine> lines;  // never empty
   std::string lineState;           // how the sources stand, also while calls are shown
+  bool rejectsAll = false;         // a switch that rejects all calls is on
 
   friend bool operator==(const DisplayContent&, const DisplayContent&) = default;
 };

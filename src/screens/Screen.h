@@ -34,7 +34,6 @@ class Screen {
     AboutFacts about;
     std::function<LineStates()> lineStates;
     std::function<void()> quit;
-    std::function<void()> sessionEnds;
   };
 
   virtual ~Screen() = default;
@@ -53,6 +52,10 @@ class Screen {
   // What a question does while nobody answers: lets the loop run; false gives it up.
   virtual void WaitWith(std::function<bool()> wait) = 0;
 
+  // What is done when the desktop's session ends, and the program with it; also before Open().
+  virtual void OnSessionEnd(std::function<void()>) {}
+  // Somebody has started the program once more, and looks for it.
+  virtual void ComeForward() {}
   // The idle line shows the time.
   virtual bool HasClock() const { return false; }
   // The display goes on the screen, and gestures reach the program from here on.

@@ -39,7 +39,6 @@ class DesktopHostTest : public testing::Test, protected DataRoom, public CallFee
                [](oDataCall&) {},
                {},
                [] { return LineStates(); },
-               [] {},
                [] {}});
     room.Show();
     bar.ShowLines(room.bar.content);

@@ -229,7 +229,6 @@ class DisplayRoom {
                         .callerWindows = world,
                         .windows = world,
                         .stopSound = {},
-                        .refreshDisplay = {},
                         .resetCAPI = {},
                         .alertText = {},
                         .waitingRun = {}}};

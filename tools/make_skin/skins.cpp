@@ -106,7 +106,7 @@ void DrawSkin(const Look& look, const QString& folder) {
     DrawImageKind(look, save);
   }
   save(Grip(look.mainBack, kGrip), "display_grip.jpg");
-  save(Grip("#d2d2d2", "#6b6b6b"), "display_grip_color.jpg");
+  save(Grip(kRed, "#ffffff"), "display_grip_color.jpg");
   save(Nobody(look), "nobody.jpg");
   save(StopButton(), "button_stop.png");
   save(Button(BellShape(), look.isClassic ? kAmber.darker(170) : kAmber), "button_bell.png");
