@@ -106,7 +106,7 @@ void modJournal::WriteCallActiveData(const std::string& path, const clsCollectio
       [&] {
         std::string text;
         for (std::size_t i = 1; i <= activeCalls.Count(); ++i) {
-          const auto call = std::dynamic_pointer_cast<oDataCall>(activeCalls.GetItemByIndex(i));
+          const auto call = activeCalls.ItemByIndexAs<oDataCall>(i);
           if (!call) continue;
           text += JournalLineHead(*call) + kTab + "0" + kTab + std::to_string(call->CIP) + kTab + "0" + kTab +
                   std::string(kLineEnd);

@@ -136,7 +136,7 @@ void modMSN::Write(int copyOption) {
   ports_.ini.DeleteSection(kSection);
   int key = 0;
   for (std::size_t index = 1; index <= table_.Count(); ++index) {
-    const auto row = std::dynamic_pointer_cast<oDataMSN>(table_.GetItemByIndex(index));
+    const auto row = table_.ItemByIndexAs<oDataMSN>(index);
     if (!row) continue;
     if (row->MSN != kAll && copyOption != kCopyByMSN) row->FunctionsByMSN_i_HotKeyID = 0;
     ports_.ini.SetSettStr(kSection, std::to_string(key++), RowText(*row));

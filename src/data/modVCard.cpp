@@ -148,7 +148,7 @@ void modVCard::LoadVCardArray() {
     const clsCollection& book = book_();
     clsCollection cards;
     for (std::size_t i = 1; i <= book.Count(); ++i) {
-      const auto item = std::dynamic_pointer_cast<oDataCall>(book.GetItemByIndex(i));
+      const auto item = book.ItemByIndexAs<oDataCall>(i);
       if (!item) continue;
       if (BookAddVCardToItem(*item).Card().BookVCardLinkNumber.empty() && item->HaveVCard()) cards.Add(item);
       if (!progress_.IsUp()) continue;

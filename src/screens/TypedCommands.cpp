@@ -137,7 +137,7 @@ void TypedCommands::ShowBook(std::string_view search) {
   std::size_t found = 0;
   const clsCollection& book = ports_.bookCollection();
   for (std::size_t i = 1; i <= book.Count(); ++i) {
-    const auto entry = std::dynamic_pointer_cast<oDataCall>(book.GetItemByIndex(i));
+    const auto entry = book.ItemByIndexAs<oDataCall>(i);
     if (!entry || !Mentions(*entry, search) || ++found > kMostBookLines) continue;
     ports_.view.ShowLine(WithoutControls(Column(entry->Name(), kNameWidth) + Column(entry->DataNumber(), kNumberWidth) +
                                          entry->Address()));

@@ -53,7 +53,7 @@ void fSimulation::cmdCancel_Click() {
 std::string fSimulation::ProposedMSN() {
   const clsCollection& table = ports_.ownNumbers.Table();
   for (std::size_t i = 1; i <= table.Count(); ++i) {
-    const auto row = std::dynamic_pointer_cast<oDataMSN>(table.GetItemByIndex(i));
+    const auto row = table.ItemByIndexAs<oDataMSN>(i);
     if (row && ports_.ownNumbers.IsOwnNumber(row->MSN)) return row->MSN;
   }
   return {};

@@ -83,7 +83,12 @@ class clsCollection {
   // The element goes to the end under the new key; nothing changes when the new key is taken.
   bool ChangeKey(std::string_view oldKey, std::string_view newKey);
   bool GetItemByKey(std::string_view key, Object& object) const;
+  // Counted from 1; nothing outside.
   Object GetItemByIndex(std::size_t index) const;
+  template <class T>
+  std::shared_ptr<T> ItemByIndexAs(std::size_t index) const {
+    return std::dynamic_pointer_cast<T>(GetItemByIndex(index));
+  }
 
   std::size_t Count() const { return entries_.size(); }
   void Clear();
