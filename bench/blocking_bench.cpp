@@ -52,7 +52,7 @@ const BlacklistItem* Walk(const std::vector<BlacklistItem>& items, const std::st
 
 struct BlockingRoom : DataRoom {
   BlockingRoom() { list.Replace(FullList()); }
-  Blacklist list{{files, folders, messages, {}}};
+  Blacklist list{{files, folders, messages}};
   NoSchedules schedules;
   modFunction_Blocking blocking{list, schedules};
 };

@@ -6,7 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace vorlix;
   DataRoom room;
-  Blacklist list{{room.files, room.folders, room.messages, [] {}}};
+  Blacklist list{{room.files, room.folders, room.messages}};
   room.store.AddFile(list.Path(), std::string(fuzz::Text(data, size)));
   list.Load();
   for (const char* number : {"03012345", "0171", "*55", ""})

@@ -9,7 +9,7 @@ KnownNumbers::KnownNumbers(System parts)
       schedules({parts.settings, parts.settingsStore, parts.ini, holidays, parts.loop.GetClock()}),
       numbers({parts.files, parts.folders, parts.ini, parts.settings, ownNumbers, parts.simulation, parts.messages,
                journalCache, journalFlags}),
-      blacklist({parts.files, parts.folders, parts.messages, {}}),
+      blacklist({parts.files, parts.folders, parts.messages}),
       blocking(blacklist, schedules),
       book({parts.files,
             parts.folders,

@@ -122,7 +122,7 @@ void Blacklist::FuncBlackList_NumberToList(const std::string& number, const std:
           items.push_back({{}, number, name.substr(0, kLongestName)});
           Replace(std::move(items));
         }
-        if (ports_.reloadWindow) ports_.reloadWindow();
+        if (reloadWindow_) reloadWindow_();
       },
       number);
 }

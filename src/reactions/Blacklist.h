@@ -27,16 +27,15 @@ class Blacklist : public BlackListAdding {
     clsFiles& files;
     const Folders& folders;
     modAll_MsgBox& messages;
-    std::function<void()> reloadWindow;  // while the list's window is open
   };
 
   // All ports must outlive the object.
-  explicit Blacklist(Ports ports) : ports_(std::move(ports)) {}
+  explicit Blacklist(Ports ports) : ports_(ports) {}
   Blacklist(const Blacklist&) = delete;
   Blacklist& operator=(const Blacklist&) = delete;
 
   // What is called while the list's window is open, after each attempt to add a number.
-  void ReloadWindow(std::function<void()> reload) { ports_.reloadWindow = std::move(reload); }
+  void ReloadWindow(std::function<void()> reload) { reloadWindow_ = std::move(reload); }
 
   // The word that stands for all own numbers, "alle".
   static std::string AllWord();
@@ -66,6 +65,7 @@ class Blacklist : public BlackListAdding {
   void Set(std::vector<BlacklistItem> items);
 
   Ports ports_;
+  std::function<void()> reloadWindow_;
   std::vector<BlacklistItem> items_;
   bool unread_ = false;
   std::unique_ptr<BlacklistIndex> index_;  // of items_: made anew with them, so that no call waits for it

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include "desktop/dialogs/AboutBox.h"
 #include "fakes/DataRoom.h"
 #include "fakes/DialogRoom.h"
 
@@ -37,7 +36,7 @@ class BlacklistWindowTest : public testing::Test, protected DialogRoom, protecte
 
   Settings settings;
   modSettings settingsStore{{ini, store, folders, clock, messages, {}}, settings};
-  Blacklist blacklist{{files, folders, messages, {}}};
+  Blacklist blacklist{{files, folders, messages}};
   BlacklistWindow window{{settings.Dimensions.BlacklistLeft, settings.Dimensions.BlacklistTop,
                           settings.Dimensions.BlacklistWidth, settings.Dimensions.BlacklistHeight}};
   fEditBlacklist presenter{{window, blacklist, settingsStore, messages}};
@@ -101,15 +100,6 @@ TEST_F(BlacklistWindowTest, NoTwoControlsHaveTheSameLetter) {
   EXPECT_EQ(letters.size(), 5);
   EXPECT_FALSE(letters.contains(""));
   EXPECT_EQ(letters.removeDuplicates(), 0);
-}
-
-TEST(AboutBoxTest, ShowsItsText) {
-  const DialogRoom room;
-  AboutBox about;
-  about.Open("Vorlix 3\r\nzwei");
-  EXPECT_TRUE(DialogRoom::Top()->findChild<QLabel*>("qt_msgbox_label")->text().contains("3\nzwei"));
-  DialogRoom::Press("OK");
-  EXPECT_FALSE(DialogRoom::Top());
 }
 
 }  // namespace

@@ -18,6 +18,9 @@ constexpr const char* kFile = "/vorlix/data/blacklist.dat";
 
 class BlacklistTest : public testing::Test, protected DataRoom {
  protected:
+  BlacklistTest() {
+    list.ReloadWindow([this] { ++reloads; });
+  }
   std::vector<std::string> Read(const std::string& text) {
     store.AddFile(kFile, text);
     list.Load();
@@ -29,7 +32,7 @@ class BlacklistTest : public testing::Test, protected DataRoom {
   }
 
   int reloads = 0;
-  Blacklist list{{files, folders, messages, [this] { ++reloads; }}};
+  Blacklist list{{files, folders, messages}};
 };
 
 TEST_F(BlacklistTest, ReadsTheFileWithItsOldHabits) {

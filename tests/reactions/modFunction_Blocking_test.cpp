@@ -18,7 +18,7 @@ class OffHours : public Schedules {
 
 class BlockingTest : public testing::Test, protected DataRoom {
  protected:
-  Blacklist list{{files, folders, messages, {}}};
+  Blacklist list{{files, folders, messages}};
   OffHours schedules;
   modFunction_Blocking blocking{list, schedules};
 };

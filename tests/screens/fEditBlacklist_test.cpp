@@ -18,6 +18,7 @@ class fEditBlacklistTest : public testing::Test, protected DataRoom, public fEdi
  protected:
   fEditBlacklistTest() {
     store.AddFile(kFile, kThree);
+    list.ReloadWindow([this] { window.LoadBlackList(); });
     window.Form_Load();
   }
 
@@ -45,7 +46,7 @@ class fEditBlacklistTest : public testing::Test, protected DataRoom, public fEdi
   std::string input;
   Settings settings;
   modSettings settingsStore{{ini, store, folders, clock, messages, {}}, settings};
-  Blacklist list{{files, folders, messages, [this] { window.LoadBlackList(); }}};
+  Blacklist list{{files, folders, messages}};
   fEditBlacklist window{{*this, list, settingsStore, messages}};
 };
 
