@@ -15,7 +15,7 @@
 
 namespace vorlix {
 
-class TerminalView : public CallFeedView, public MsgBoxDoor, public FirstStartView {
+class TerminalView : public CallFeedView, public MsgBoxDoor, public Questions {
  public:
   // The descriptors stay the caller's. A terminal that takes nothing, as one that was paused by hand, does not hold the
   // program: its lines wait, the oldest are given up beyond a quarter of a megabyte.

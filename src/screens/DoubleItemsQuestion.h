@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "data/modBook.h"
-#include "screens/FirstStart.h"
+#include "screens/Questions.h"
 #include "services/modAll_MsgBox.h"
 
 namespace vorlix {
@@ -12,13 +12,13 @@ namespace vorlix {
 class DoubleItemsQuestion : public AskForDoubleItems {
  public:
   // Where nobody is there to answer, the entry that is there stays. The view must outlive the object.
-  DoubleItemsQuestion(FirstStartView& view, std::function<bool()> canAsk) : view_(view), canAsk_(std::move(canAsk)) {}
+  DoubleItemsQuestion(Questions& view, std::function<bool()> canAsk) : view_(view), canAsk_(std::move(canAsk)) {}
 
   DoubleItem ShowDialog(const std::string& number, const std::string& oldName, const std::string& oldAddress,
                         std::string& newName, std::string& newAddress) override;
 
  private:
-  FirstStartView& view_;
+  Questions& view_;
   std::function<bool()> canAsk_;
 };
 

@@ -78,6 +78,10 @@ std::string FirstStart::WrongNote() {
   return LoadLangKey("InputAreaCode_Info_CheckChangeInput", "Bitte kontrollieren und ergänzen Sie die Angaben!"_ansi);
 }
 
+bool FirstStart::IsCode(const std::string& text) {
+  return IsDigits(text) && text.front() != '0';
+}
+
 bool FirstStart::IsAsked(const FirstStartForm& form, FirstStartField field) {
   return field != FirstStartField::kHost || form.source != kSourceCAPI;
 }
@@ -86,7 +90,7 @@ bool FirstStart::IsUsable(const FirstStartForm& form, FirstStartField field) {
   const std::string& text = form.Text(field);
   if (!IsAsked(form, field)) return true;
   if (field == FirstStartField::kHost) return IsHost(WithoutControls(text));
-  return IsDigits(text) && text.front() != '0';
+  return IsCode(text);
 }
 
 std::vector<FirstStartField> FirstStart::WrongFields(const FirstStartForm& form) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/call_events.h"
+#include "screens/Questions.h"
 
 namespace vorlix {
 
@@ -36,19 +37,10 @@ class FirstStartPage {
   virtual bool Fill(FirstStartForm& form) = 0;
 };
 
-// Where there is no page: a question, an answer.
-class FirstStartView {
- public:
-  virtual ~FirstStartView() = default;
-  // One question; an empty answer is the fallback. Nothing when nobody answers any more.
-  virtual std::optional<std::string> Ask(const std::string& question, const std::string& fallback) = 0;
-  virtual void Tell(const std::string& text) = 0;
-};
-
 // The page asked field by field; a wrong answer is asked for again at once.
 class FirstStartQuestions : public FirstStartPage {
  public:
-  explicit FirstStartQuestions(FirstStartView& view) : view_(view) {}
+  explicit FirstStartQuestions(Questions& view) : view_(view) {}
 
   bool Fill(FirstStartForm& form) override;
 
@@ -56,7 +48,7 @@ class FirstStartQuestions : public FirstStartPage {
   bool AskSource(FirstStartForm& form);
   bool AskField(FirstStartForm& form, FirstStartField field);
 
-  FirstStartView& view_;
+  Questions& view_;
 };
 
 // What the user has.
@@ -82,6 +74,8 @@ class FirstStart {
   static std::string Label(const FirstStartForm& form, FirstStartField field);
   static std::string WrongNote();
 
+  // An own country or area code as it is kept: digits, without the zeros that are dialled in front of it.
+  static bool IsCode(const std::string& text);
   // A driver on this machine has no host.
   static bool IsAsked(const FirstStartForm& form, FirstStartField field);
   static bool IsUsable(const FirstStartForm& form, FirstStartField field);

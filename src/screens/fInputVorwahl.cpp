@@ -1,25 +1,15 @@
 #include "screens/fInputVorwahl.h"
 
+#include "screens/FirstStart.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
 #include "services/text.h"
 
 namespace vorlix {
-namespace {
-
-bool IsUsableVWL(const std::string& myVWL) {
-  return IsDigits(myVWL) && !myVWL.starts_with("00");
-}
-
-bool IsUsableVWO(const std::string& myVWO) {
-  return IsDigits(myVWO) && !myVWO.starts_with("0");
-}
-
-}  // namespace
 
 bool fInputVorwahl::CheckData(const std::string& myVWL, const std::string& myVWO) {
-  return IsUsableVWL(myVWL) && IsUsableVWO(myVWO);
+  return FirstStart::IsCode(myVWL) && FirstStart::IsCode(myVWO);
 }
 
 void fInputVorwahl::Open() {
@@ -43,7 +33,8 @@ void fInputVorwahl::TakeCodes(const std::optional<AreaCodes>& codes) {
   if (!codes) return Close();
   auto& general = ports_.settings.General;
   if (!CheckData(codes->myVWL, codes->myVWO)) {
-    return AskCodes({FirstStart::WrongNote(), *codes, !IsUsableVWL(codes->myVWL), !IsUsableVWO(codes->myVWO)});
+    return AskCodes(
+        {FirstStart::WrongNote(), *codes, !FirstStart::IsCode(codes->myVWL), !FirstStart::IsCode(codes->myVWO)});
   }
   general.myVWL = codes->myVWL;
   general.myVWO = codes->myVWO;

@@ -10,7 +10,7 @@
 #include "core/pipeline_ports.h"
 #include "data/Settings.h"
 #include "data/modSettings.h"
-#include "screens/FirstStart.h"
+#include "screens/Questions.h"
 
 namespace vorlix {
 
@@ -42,7 +42,7 @@ class fInputVorwahlView {
 // The pages as questions.
 class AreaCodeQuestions : public fInputVorwahlView {
  public:
-  explicit AreaCodeQuestions(FirstStartView& view) : view_(view) {}
+  explicit AreaCodeQuestions(Questions& view) : view_(view) {}
 
   void AskCodes(const AreaCodePage& page, std::function<void(const std::optional<AreaCodes>& codes)> answered) override;
   void AskTestCall(const std::string& text, std::function<void()> finished) override;
@@ -50,7 +50,7 @@ class AreaCodeQuestions : public fInputVorwahlView {
   void Close() override {}
 
  private:
-  FirstStartView& view_;
+  Questions& view_;
 };
 
 class fInputVorwahl : public PrefixInput {
@@ -66,7 +66,7 @@ class fInputVorwahl : public PrefixInput {
   // All ports must outlive the object.
   explicit fInputVorwahl(Ports ports) : ports_(std::move(ports)) {}
 
-  // Usable codes: digits, the country code without the "00" in front of it, the area code without its "0".
+  // Both are usable codes.
   static bool CheckData(const std::string& myVWL, const std::string& myVWO);
 
   void Open() override;

@@ -8,7 +8,7 @@ namespace vorlix {
 namespace {
 
 // Answers in their order; then nobody answers any more.
-class ScriptedView : public FirstStartView {
+class ScriptedView : public Questions {
  public:
   explicit ScriptedView(std::deque<std::string> answers) : answers_(std::move(answers)) {}
   std::optional<std::string> Ask(const std::string&, const std::string& fallback) override {

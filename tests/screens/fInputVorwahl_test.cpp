@@ -9,7 +9,7 @@
 namespace vorlix {
 namespace {
 
-class fInputVorwahlTest : public testing::Test, protected DataRoom, public FirstStartView {
+class fInputVorwahlTest : public testing::Test, protected DataRoom, public Questions {
  protected:
   std::optional<std::string> Ask(const std::string&, const std::string& fallback) override {
     ++asked;

@@ -6,6 +6,7 @@
 
 #include "desktop/dialogs/dialog_parts.h"
 #include "desktop/text.h"
+#include "screens/FirstStart.h"
 #include "services/ansi.h"
 
 namespace vorlix {
