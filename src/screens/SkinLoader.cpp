@@ -1,8 +1,10 @@
-#include "screens/SkinData.h"
+#include "screens/SkinLoader.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <span>
+#include <vector>
 
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
@@ -40,8 +42,12 @@ bool IsUsable(const std::string& name) {
   return !name.empty() && !name.starts_with('.') && name.find_first_of("/\\") == std::string::npos;
 }
 
-std::string FileOf(const std::string& folder, const std::string& name) {
-  return folder + "skin_" + name + ".ini";
+// The entry of a folder, a real path with "/" at its end: of that very name, or else of one that differs in case only.
+std::string EntryOf(const FileStore& files, const std::string& folder, const std::string& name) {
+  const std::vector<std::string> entries = files.List(folder);
+  if (std::ranges::find(entries, name) != entries.end()) return folder + name;
+  const auto like = std::ranges::find_if(entries, [&](const std::string& entry) { return EqualNoCase(entry, name); });
+  return like == entries.end() ? std::string() : folder + *like;
 }
 
 // A file that is empty, cut at its front or of another kind cannot be loaded: it counts as missing.
@@ -96,27 +102,26 @@ void SkinLoader::Tell(const std::string& name, const std::string& fault, bool re
   }
 }
 
-// The name is typed by hand: its case does not matter.
-std::string SkinLoader::FindFolder(std::string& name) const {
+// The real path of the skin's own file. The name is typed by hand: its case does not matter.
+std::string SkinLoader::FindFile(const std::string& name) const {
   if (!IsUsable(name)) return {};
   for (const std::string_view place : kPlaces) {
-    const std::string parent = ports_.folders.GetMainPath(place);
-    for (const std::string& entry : ports_.files.List(parent)) {
-      if (!EqualNoCase(entry, name) || !ports_.files.Stat(FileOf(parent + entry + "/", entry)).IsFile()) continue;
-      name = entry;
-      return parent + entry + "/";
-    }
+    const std::string folder = EntryOf(ports_.files, ports_.folders.GetMainPath(place), name);
+    if (folder.empty()) continue;
+    std::string file = EntryOf(ports_.files, folder + "/", "skin_" + name + ".ini");
+    if (ports_.files.Stat(file).IsFile()) return file;
   }
   return {};
 }
 
 // The lines of the fault text; empty for a whole skin.
-std::string SkinLoader::Load(std::string name, Skin& skin) const {
-  const std::string folder = FindFolder(name);
+std::string SkinLoader::Load(const std::string& name, Skin& skin) const {
+  const std::string path = FindFile(name);
   std::string text;
-  if (folder.empty() || !ports_.files.Read(FileOf(folder, name), text)) {
+  if (path.empty() || !ports_.files.Read(path, text)) {
     return LoadLangKey("ModuleSettings_Msg_SkinsFault", "Die Skins sind unvollständig!"_ansi) + std::string(kLineEnd);
   }
+  const std::string folder = path.substr(0, path.rfind('/') + 1);
   const IniDocument file(text);
   skin.isNeutral = false;
   skin.isClassic = EqualNoCase(file.Get("skin", "mode").value_or(""), "classic");
@@ -126,12 +131,12 @@ std::string SkinLoader::Load(std::string name, Skin& skin) const {
   std::string fault;
   for (const PictureRow& row : kPictures) {
     if (row.kind == (skin.isClassic ? Kind::kImage : Kind::kClassic)) continue;
-    const std::string path = PicturePath(ports_.files, folder, row);
-    if (path.empty()) {
+    const std::string picture = PicturePath(ports_.files, folder, row);
+    if (picture.empty()) {
       fault += std::string(row.name) + (row.isButton ? " PNG " : " GIF/JPG ") +
                LoadLangKey("ModuleSettings_Msg_SkinsMissing", "fehlt!"_ansi) + std::string(kLineEnd);
     } else {
-      skin.pictures.emplace(row.name, path);
+      skin.pictures.emplace(row.name, picture);
     }
   }
   return fault;

@@ -1,22 +1,23 @@
-#include "screens/SkinData.h"
+#include "screens/SkinLoader.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "fakes/DisplayRoom.h"
 #include "fakes/MemoryFileStore.h"
-#include "screens/LogoFiles.h"
 #include "services/ansi.h"
 
 namespace vorlix {
 namespace {
 
+using testing::HasSubstr;
+
 const std::string kOwn = "/data/data/designs/";
 const std::string kShipped = "/program/base/designs/";
 const std::string kPicture = "GIF89a";
 
-class SkinDataTest : public testing::Test {
+class SkinLoaderTest : public testing::Test {
  protected:
-  SkinDataTest() { store.AddFolder("/program"); }
+  SkinLoaderTest() { store.AddFolder("/program"); }
 
   void AddSkin(const std::string& place, const std::string& name, const std::string& settings, bool classic = false) {
     const std::string folder = place + name + "/";
@@ -40,7 +41,7 @@ class SkinDataTest : public testing::Test {
   Skin skin;
 };
 
-TEST_F(SkinDataTest, TheUsersOwnFolderComesFirst) {
+TEST_F(SkinLoaderTest, TheUsersOwnFolderComesFirst) {
   AddSkin(kShipped, "Default", "colorText=112233\r\ncolorMainBack=oops");
   EXPECT_TRUE(Load("Default"));
   EXPECT_EQ(skin.Picture("nobody"), kShipped + "Default/nobody.jpg");
@@ -55,7 +56,17 @@ TEST_F(SkinDataTest, TheUsersOwnFolderComesFirst) {
   EXPECT_EQ(skin.colorText, 0xAABBCCU);
 }
 
-TEST_F(SkinDataTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
+TEST_F(SkinLoaderTest, TheVeryNameGoesBeforeOneOfAnotherCase) {
+  AddSkin(kOwn, "Blue", "colorText=000001");
+  AddSkin(kOwn, "blue", "colorText=000002");
+  store.AddFile(kOwn + "Red/SKIN_red.INI", "[skin]\r\nmode=classic\r\n");
+  EXPECT_TRUE(Load("blue"));
+  EXPECT_EQ(skin.colorText, 2U);
+  EXPECT_FALSE(Load("red", true));
+  EXPECT_THAT(world.tape.back(), HasSubstr("classic_background"));  // found, and its pictures are asked for
+}
+
+TEST_F(SkinLoaderTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   AddSkin(kOwn, "Mine", "");
   store.AddFile(kOwn + "Mine/display_glass.jpg", "no picture");
   EXPECT_TRUE(Load("Mine"));
@@ -65,7 +76,7 @@ TEST_F(SkinDataTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   EXPECT_EQ(skin.Picture("display_glass"), kOwn + "Mine/display_glass.jpg");
 }
 
-TEST_F(SkinDataTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
+TEST_F(SkinLoaderTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
   AddSkin(kOwn, "Mine", "colorText=112233");
   ASSERT_TRUE(store.Remove(kOwn + "Mine/button_bell.png"));
   store.AddFile(kOwn + "Mine/nobody.jpg", "");
@@ -79,14 +90,14 @@ TEST_F(SkinDataTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
   EXPECT_EQ(world.tape.back(), "box nobody GIF/JPG fehlt!\r\nbutton_bell PNG fehlt!\r\n");
 }
 
-TEST_F(SkinDataTest, AClassicSkinNeedsNoneOfTheImagesOfTheOtherKind) {
+TEST_F(SkinLoaderTest, AClassicSkinNeedsNoneOfTheImagesOfTheOtherKind) {
   AddSkin(kShipped, "Klassik", "mode=Classic", true);
   EXPECT_TRUE(Load("Klassik", true));
   EXPECT_TRUE(skin.isClassic);
   EXPECT_EQ(skin.Picture("classic_background"), kShipped + "Klassik/classic_background.gif");
 }
 
-TEST_F(SkinDataTest, ANameThatIsNoSkinIsAFault) {
+TEST_F(SkinLoaderTest, ANameThatIsNoSkinIsAFault) {
   AddSkin(kShipped, "Default", "");
   store.AddFile("/program/base/skin_...ini", "[skin]");
   for (const char* name : {"", "Other", "..", "../designs/Default", "a\\b"}) {
@@ -95,29 +106,11 @@ TEST_F(SkinDataTest, ANameThatIsNoSkinIsAFault) {
   }
 }
 
-TEST_F(SkinDataTest, ColoursHaveSixDigits) {
+TEST_F(SkinLoaderTest, ColoursHaveSixDigits) {
   for (const char* text : {"", "12345", "1234567", "12345g", "-12345", "0x1234"}) {
     EXPECT_EQ(HexToLong(text, 7), 7U) << text;
   }
   EXPECT_EQ(HexToLong("fF8000", 7), 0xFF8000U);
-}
-
-TEST_F(SkinDataTest, ACallersPictureLiesInItsFolderAndNowhereElse) {
-  store.AddFile("/data/data/callerpics/meier.jpg", "x");
-  store.AddFile("/data/secret.jpg", "x");
-  LogoFiles logos({store, folders, [](const std::string& number) { return number == "0171" ? "/net.png" : ""; },
-                   [](const std::string&) { return "/flag.png"; }});
-  const auto picture = [&](const std::string& image) {
-    oDataCall call;
-    call.MutableCard().BookVCsImage = image;
-    return logos.BookPicture(call);
-  };
-  EXPECT_EQ(picture("meier.jpg"), "/data/data/callerpics/meier.jpg");
-  for (const char* image : {"", "gone.jpg", "../../secret.jpg", R"(..\..\secret.jpg)"}) {
-    EXPECT_EQ(picture(image), "");
-  }
-  EXPECT_EQ(logos.NumberPicture("0171"), "/net.png");
-  EXPECT_EQ(logos.NumberPicture("0044"), "/flag.png");
 }
 
 }  // namespace

@@ -31,8 +31,8 @@ class SkinLoader {
   bool SkinData(const std::string& name, Skin& skin, bool report);
 
  private:
-  std::string FindFolder(std::string& name) const;
-  std::string Load(std::string name, Skin& skin) const;
+  std::string FindFile(const std::string& name) const;
+  std::string Load(const std::string& name, Skin& skin) const;
   void Tell(const std::string& name, const std::string& fault, bool report);
 
   Ports ports_;
