@@ -12,6 +12,7 @@
 #include "screens/FirstStart.h"
 #include "screens/TrayMenu.h"
 #include "screens/TypedCommands.h"
+#include "screens/about_text.h"
 #include "screens/fInputVorwahl.h"
 #include "screens/fSimulation.h"
 #include "services/modAll_MsgBox.h"
@@ -62,6 +63,8 @@ class Screen {
   virtual void Open(const Program& program) = 0;
   // Once a second.
   virtual void Tick() = 0;
+  // The places of the windows that are open go into the settings, which are about to be saved.
+  virtual void KeepPlaces() {}
   // Takes all off the screen and forgets the program.
   virtual void Close() = 0;
 };

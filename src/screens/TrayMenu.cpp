@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "screens/display_texts.h"
 #include "services/ansi.h"
 #include "services/clsErrorHandling.h"
 #include "services/modLanguage.h"
@@ -97,27 +96,6 @@ bool TrayMenu::IsThere(MenuCommand command) const {
 
 bool TrayMenu::IsEnabled(MenuCommand command) const {
   return command != MenuCommand::kSimulation || !ports_.isSimulationBarred || !ports_.isSimulationBarred();
-}
-
-std::string AboutText(const AboutFacts& facts) {
-  const std::string sources = StateText(facts.lines);
-  std::vector<std::string> lines{
-      facts.version,
-      LoadLangKey("About_Info_Program", "Anrufmonitor für den Telefonanschluss"_ansi),
-      {},
-      LoadLangKey("About_Label_Lines", "Leitungen:"_ansi) + " " +
-          (sources.empty() ? LoadLangKey("About_String_NoLine", "keine eingerichtet"_ansi) : sources),
-      LoadLangKey("About_Label_DataFolder", "Datenordner:"_ansi) + " " + facts.dataFolder,
-      {},
-      LoadLangKey("About_Info_License", "Vorlix steht unter der MIT-Lizenz."_ansi),
-      LoadLangKey("About_Info_Tables",
-                  "Die Ortsnetztabellen sind aus Daten von libphonenumber gemacht (Apache-Lizenz 2.0)."_ansi),
-  };
-  if (!facts.toolkit.empty()) {
-    lines.push_back(LoadLangKey("About_Info_Toolkit", "Die Oberfläche benutzt Qt (LGPL Version 3):"_ansi) + " " +
-                    facts.toolkit);
-  }
-  return Join(lines, kLineEnd);
 }
 
 }  // namespace vorlix

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "data/Settings.h"
-#include "screens/LineStates.h"
 
 namespace vorlix {
 
@@ -67,14 +66,5 @@ class TrayMenu {
   Ports ports_;
   std::map<MenuCommand, std::function<void()>> actions_;
 };
-
-// What the about box says; lines end with CR LF.
-struct AboutFacts {
-  std::string version;  // "Vorlix v3.00"
-  std::string dataFolder;
-  LineStates lines;
-  std::string toolkit;  // "Qt 6.4.2"; empty without one
-};
-std::string AboutText(const AboutFacts& facts);
 
 }  // namespace vorlix

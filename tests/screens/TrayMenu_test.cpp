@@ -9,8 +9,6 @@ namespace vorlix {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::Not;
 
 class TrayMenuTest : public testing::Test {
  protected:
@@ -60,14 +58,6 @@ TEST_F(TrayMenuTest, OnlyWhatStandsThereAndIsEnabledRuns) {
   for (const MenuCommand command : {MenuCommand::kSimulation, MenuCommand::kCapiReset, MenuCommand::kAbout})
     menu.Run(command);
   EXPECT_THAT(run, ElementsAre(static_cast<int>(MenuCommand::kAbout)));
-}
-
-TEST(AboutTextTest, TellsTheLinesTheFolderAndTheLicences) {
-  const AboutFacts facts{"Vorlix 3.0.0", "/home/x/Vorlix", {.CAPI = {}, .AVM = {true, false}, .NCID = {}}, "Qt 6.4.2"};
-  for (const char* part : {"Vorlix 3.0.0\r\n", "AVM Fehler\r\n", "/home/x/Vorlix\r\n", "LGPL", "Apache", "6.4.2"}) {
-    EXPECT_THAT(AboutText(facts), HasSubstr(part));
-  }
-  EXPECT_THAT(AboutText({}), Not(HasSubstr("LGPL")));
 }
 
 }  // namespace
