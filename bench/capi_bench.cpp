@@ -2,7 +2,7 @@
 // through the machine's library from a driver in the network.
 #include <benchmark/benchmark.h>
 
-#include "app/CapiServer.h"
+#include "fakes/CapiServer.h"
 #include "fakes/CapiCalls.h"
 #include "fakes/TemporaryFolder.h"
 #include "platform/posix/Capi20Library.h"

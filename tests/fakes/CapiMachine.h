@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/CapiServer.h"
+#include "fakes/CapiServer.h"
 #include "fakes/TemporaryFolder.h"
 #include "platform/posix/Capi20Library.h"
 
