@@ -45,7 +45,8 @@ std::string HelpText() {
       "  auto          vom System gestartet: wartet AutoRunDelay Sekunden\n"
       "  restart       von sich selbst gestartet: löst die laufende Kopie ab\n"
       "\n"
-      "Einstellungen: data/Vorlix.ini und data/sett_socketavm.ini im Datenordner\n"_ansi);
+      "Einstellungen: data/Vorlix.ini, data/sett_socketavm.ini und data/sett_socketncid.ini\n"
+      "im Datenordner\n"_ansi);
 }
 
 std::string VersionText() {

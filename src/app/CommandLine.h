@@ -10,7 +10,7 @@ struct CommandLine {
   bool console = false;
   bool help = false;
   bool version = false;
-  std::string dataFolder;          // --data, in UTF-8 as given; empty: where the settings say
+  std::string dataFolder;          // --data, in UTF-8 as given; empty: see FindSystemFolders()
   std::vector<std::string> words;  // what is neither option nor option value, such as "auto" and "restart"
   std::string error;               // what is wrong with the line; empty when nothing is
 };
