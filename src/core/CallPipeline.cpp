@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/RejectReason.h"
 #include "core/pipeline_trace.h"
 #include "services/clsErrorHandling.h"
 
@@ -76,7 +77,8 @@ CallPipeline::Passage CallPipeline::PassageOf(std::shared_ptr<oDataCall> call, b
   Passage passage;
   passage.display = ports_.ownNumbers.IsMSNFunctionActiv(call->MSN, kMSNDisplay);
   passage.log = ports_.ownNumbers.IsMSNFunctionActiv(call->MSN, kMSNLogJournal);
-  passage.hide = options_.RejectedCallsDontShow && call->Blocked;
+  // A call that was refused by hand is on the display, and has to come to its end there.
+  passage.hide = options_.RejectedCallsDontShow && call->Blocked && call->BlockFunction != kRejectUser;
   passage.noBatch = options_.RejectedCallsDontBatch && call->Blocked;
   passage.mayWrite = options_.SimWrite || !simulated;
   passage.simulated = simulated;

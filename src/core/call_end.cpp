@@ -63,7 +63,7 @@ void CallPipeline::LastCallEnded(const Passage& passage) {
   EndBalloon(passage);
   if (passage.display && !passage.hide) {
     trace::CallEnd("Button reset");
-    ports_.display.ButtonEnableHangUp(0, kHangUpEraser, true);
+    ports_.display.ButtonEnableHangUp(0, HangUpMode::kEraser, true);
     ports_.display.ButtonEnableBell(0, false);
     trace::CallEnd("Bevore display refresh ");
     ports_.display.DisplayResize();
@@ -107,7 +107,7 @@ void CallPipeline::EndMaxiDisplay(const Passage& passage) {
   if (options_.HideByCall) {
     ports_.maxiDisplay.Hide();
   } else {
-    ports_.maxiDisplay.SetEndMark(passage.call->Blocked ? 2 : 1);
+    ports_.maxiDisplay.SetEndMark(passage.call->Blocked ? EndMark::kBlocked : EndMark::kEnded);
   }
 }
 

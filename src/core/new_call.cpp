@@ -156,12 +156,12 @@ void CallPipeline::RingCall(const Passage& passage) {
     }
   }
   if (!passage.display) return;
-  const int line = static_cast<int>(state_.ActiveCallList.Count()) - 1;
-  ports_.display.ButtonEnableBell(line, true);
+  const int place = static_cast<int>(state_.ActiveCallList.Count()) - 1;
+  ports_.display.ButtonEnableBell(place, true);
   if (options_.CallMode_CAPI) {
-    ports_.display.ButtonEnableHangUp(line, kHangUpStop, true);
+    ports_.display.ButtonEnableHangUp(place, HangUpMode::kStop, true);
   } else {
-    ports_.display.ButtonEnableHangUp(line, kHangUpEraser, false);  // a socket call cannot be hung up
+    ports_.display.ButtonEnableHangUp(place, HangUpMode::kEraser, false);  // a socket call cannot be hung up
   }
 }
 

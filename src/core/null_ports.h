@@ -91,7 +91,7 @@ class NoMaxiDisplay : public MaxiDisplay {
   bool IsOpen() override { return false; }
   bool IsVisible() override { return false; }
   void Hide() override {}
-  void SetEndMark(int) override {}
+  void SetEndMark(EndMark) override {}
 };
 
 class NoCardWindow : public CardWindow {

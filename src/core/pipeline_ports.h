@@ -126,9 +126,13 @@ class ReverseSearch {
 };
 
 // What a line's hang-up button is: it refuses the call, or it empties the display.
-enum HangUpMode : int { kHangUpStop = 1, kHangUpEraser = 2 };
+enum class HangUpMode : int { kNone = 0, kStop = 1, kEraser = 2 };
 
-// The caller display with its buttons.
+// What the large window says of a call that is over.
+enum class EndMark : int { kNone = 0, kEnded = 1, kBlocked = 2 };
+
+// The caller display with its buttons. A place is that of the call in the pipeline's list, from 0; with no call left,
+// place 0 is the line that stays.
 class CallDisplay {
  public:
   virtual ~CallDisplay() = default;
@@ -138,9 +142,9 @@ class CallDisplay {
   // One idle text in place of the state.
   virtual void ChangeDisplayData(const std::string& idleText) = 0;
   virtual void DisplayWidth() = 0;
-  virtual void ButtonEnableBell(int line, bool enabled) = 0;
-  virtual void ButtonEnableHangUp(int line, int mode, bool enabled) = 0;
-  // Puts the block mark on the line whose hang-up button remembers that PLCI.
+  virtual void ButtonEnableBell(int place, bool enabled) = 0;
+  virtual void ButtonEnableHangUp(int place, HangUpMode mode, bool enabled) = 0;
+  // Puts the block mark on the line of the call with that id.
   virtual void MarkBlocked(std::int32_t PLCI, const std::string& reason) = 0;
 };
 
@@ -177,8 +181,7 @@ class MaxiDisplay {
   virtual bool IsOpen() = 0;
   virtual bool IsVisible() = 0;
   virtual void Hide() = 0;
-  // 1 an ended call, 2 a blocked one.
-  virtual void SetEndMark(int mark) = 0;
+  virtual void SetEndMark(EndMark mark) = 0;
 };
 
 class CardWindow {

@@ -71,12 +71,13 @@ void BarLine::Show(const DisplayLine& line) {
   shown_ = line;
   ShowTime();
   text_->Show(ToQString(line.text).simplified(), ToQColor(line.textColor));
+  // A state that is cut off can be read in the tip.
   setToolTip(ToTip(line.tip.empty() ? line.text : line.tip));
   setAccessibleName(ToQString(line.time.empty() ? line.text : line.time + " " + line.text));
   setAccessibleDescription(ToQString(line.tip));
   if (hasNewLogo) ShowLogo();
-  logo_->setToolTip(line.blockReason.empty() ? QString() : ToTip(line.blockReason));
-  logo_->setAccessibleName(ToQString(line.blockReason.empty() ? line.caller : line.blockReason));
+  logo_->setToolTip(line.isBlockMarked ? ToTip(line.blockReason) : QString());
+  logo_->setAccessibleName(ToQString(line.isBlockMarked ? line.blockReason : line.caller));
   ShowButtons();
   PlaceParts();
   update();
@@ -85,9 +86,9 @@ void BarLine::Show(const DisplayLine& line) {
 
 void BarLine::ShowButtons() {
   const std::string text = HangUpText(shown_.hangUp);
-  hangUp_->setVisible(shown_.hangUp != HangUpButton::kNone);
+  hangUp_->setVisible(shown_.hangUp != HangUpMode::kNone);
   hangUp_->setEnabled(shown_.hangUpEnabled);
-  hangUp_->setIcon(shown_.hangUp == HangUpButton::kEraser
+  hangUp_->setIcon(shown_.hangUp == HangUpMode::kEraser
                        ? surroundings_.painter.Button("button_eraser", QStyle::SP_DialogResetButton)
                        : surroundings_.painter.Button("button_stop", QStyle::SP_DialogCancelButton));
   hangUp_->setToolTip(ToTip(text));
@@ -146,9 +147,9 @@ void BarLine::PlaceParts() {
   right -= kGap;
   logo_->setVisible(!logo_->pixmap().isNull());
   if (!logo_->isHidden()) {
-    const int wide = static_cast<int>(logo_->pixmap().deviceIndependentSize().width());
-    logo_->setGeometry(right - wide, 0, wide, height());
-    right -= wide + kGap;
+    right -= kLogoSpace.width();
+    logo_->setGeometry(right, 0, kLogoSpace.width(), height());  // which centres the picture
+    right -= kGap;
   }
   // Beside a long time a little of the text stays to be read.
   const int wide = time_->text().isEmpty() ? 0 : std::min(WidestOf(fontMetrics(), time_->text()), (right - kGap) / 2);

@@ -17,6 +17,7 @@ struct DisplayGestures {
   std::function<void()> timeClick, bell;
   std::function<void()> mouseEntered, mouseLeft, toggle;
   std::function<void()> trayClick, balloonDismissed;
+  std::function<void()> trayChanged;  // it came or went
   std::function<void()> maxiClosed;
   // The menu as it stands, and its commands.
   std::function<std::vector<MenuItem>()> menuItems;

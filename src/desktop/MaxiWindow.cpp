@@ -30,11 +30,11 @@ QColor ColorAt(int number) {
   return ToQColor(kColors.at(static_cast<std::size_t>(std::clamp(number, 0, static_cast<int>(kColors.size()) - 1))));
 }
 
-std::string EndMarkText(MaxiEndMark mark) {
+std::string EndMarkText(EndMark mark) {
   switch (mark) {
-    case MaxiEndMark::kEnded:
+    case EndMark::kEnded:
       return LoadLangKey("MaxiDisplay_Label_Ended", "Anruf beendet"_ansi);
-    case MaxiEndMark::kBlocked:
+    case EndMark::kBlocked:
       return LoadLangKey("MaxiDisplay_Label_Blocked", "Anruf abgewiesen"_ansi);
     default:
       return {};
@@ -144,7 +144,7 @@ void MaxiWindow::Show(const MaxiContent& content) {
   endMark_->setStyleSheet(
       QLatin1String(kEndMarkStyle)
           .toString()
-          .arg(content.endMark == MaxiEndMark::kBlocked ? QLatin1String("#B3261E") : QLatin1String("#4A5763")));
+          .arg(content.endMark == EndMark::kBlocked ? QLatin1String("#B3261E") : QLatin1String("#4A5763")));
   setWindowOpacity(content.look.alpha / 255.0);
   if (isVisible()) return;
   MoveToItsPlace();
@@ -163,10 +163,13 @@ void MaxiWindow::MoveToItsPlace() {
 
 void MaxiWindow::Hide() {
   if (!isVisible()) return;
-  if (places_ != nullptr && CanPlaceWindows() && pos() != shownAt_) {
-    places_->Save(PlacedWindow::kMaxiDisplay, PlaceOf(geometry()));
-  }
+  KeepPlace();
   hide();
+}
+
+void MaxiWindow::KeepPlace() {
+  if (!isVisible() || places_ == nullptr || !CanPlaceWindows() || pos() == shownAt_) return;
+  places_->Save(PlacedWindow::kMaxiDisplay, PlaceOf(geometry()));
 }
 
 void MaxiWindow::Withdraw() {

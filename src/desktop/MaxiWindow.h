@@ -21,6 +21,8 @@ class MaxiWindow : public QWidget, public MaxiDisplayWindow {
   // `places` must outlive the window, or be taken back with Withdraw().
   void Open(WindowPlaces& places);
   void Withdraw();
+  // Where a person has moved it to.
+  void KeepPlace();
   // By the user.
   void CloseByHand();
 

@@ -30,15 +30,15 @@ std::string BellText() {
   return LoadLangKey("Display_Menu_StopBell", "Klingeln abstellen"_ansi);
 }
 
-std::string HangUpText(HangUpButton button) {
-  return button == HangUpButton::kEraser ? LoadLangKey("Display_Menu_Reset", "Anzeige zurücksetzen"_ansi)
-                                         : LoadLangKey("Display_Menu_Refuse", "Anruf abweisen"_ansi);
+std::string HangUpText(HangUpMode button) {
+  return button == HangUpMode::kEraser ? LoadLangKey("Display_Menu_Reset", "Anzeige zurücksetzen"_ansi)
+                                       : LoadLangKey("Display_Menu_Refuse", "Anruf abweisen"_ansi);
 }
 
 void AddLineCommands(QMenu& menu, const DisplayContent& content, std::size_t position,
                      const DisplayGestures& gestures) {
   const DisplayLine& line = content.lines[position];
-  if (line.hangUp == HangUpButton::kStop && line.hangUpEnabled) {
+  if (line.hangUp == HangUpMode::kStop && line.hangUpEnabled) {
     Add(menu, HangUpText(line.hangUp), ForCall(content, line, gestures.hangUp));
   }
   if (line.bellEnabled) Add(menu, BellText(), [&gestures] { PassOn(gestures.bell); });

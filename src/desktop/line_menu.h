@@ -12,7 +12,7 @@
 namespace vorlix {
 
 std::string BellText();
-std::string HangUpText(HangUpButton button);
+std::string HangUpText(HangUpMode button);
 
 // What is given must outlive the menu; the content may change meanwhile.
 void AddLineCommands(QMenu& menu, const DisplayContent& content, std::size_t position, const DisplayGestures& gestures);

@@ -60,7 +60,7 @@ void DisplayClicks::HangUpClick(std::size_t line) {
       [&] {
         const auto& lines = ports_.display.Content().lines;
         if (line >= lines.size() || !lines[line].hangUpEnabled) return;
-        if (lines[line].hangUp == HangUpButton::kEraser) return ResetClick();
+        if (lines[line].hangUp == HangUpMode::kEraser) return ResetClick();
         if (lines[line].isActive) ports_.commands.RejectCall(lines[line].PLCI);
       },
       line);

@@ -13,7 +13,7 @@ void Tell(const std::function<void()>& hook) {
 }  // namespace
 
 std::shared_ptr<oDataCall> DisplayCommands::CallOf(std::size_t line) const {
-  return std::dynamic_pointer_cast<oDataCall>(ports_.state.ActiveCallList.GetItemByIndex(line + 1));
+  return ports_.state.ActiveCallList.ItemByIndexAs<oDataCall>(line + 1);
 }
 
 bool DisplayCommands::ClickFromToolbar() {
@@ -40,7 +40,7 @@ bool DisplayCommands::Reject(std::size_t line) {
       [&] {
         const auto call = CallOf(line);
         if (!call || call->Blocked) return false;
-        ports_.display.ButtonEnableHangUp(static_cast<int>(line), kHangUpStop, false);
+        ports_.display.ButtonEnableHangUp(static_cast<int>(line), HangUpMode::kStop, false);
         if (!ports_.settings.General.CallMode_CAPI) return false;
         call->Blocked = true;
         call->BlockFunction = kRejectUser;
@@ -53,8 +53,7 @@ bool DisplayCommands::Reject(std::size_t line) {
 
 void DisplayCommands::ToggleReject(bool& mark) {
   Toggle(mark);
-  const auto& general = ports_.settings.General;
-  if (ports_.refreshDisplay) ports_.refreshDisplay(general.BlockAll || general.BlockAllByTime);
+  ports_.display.DisplayResize();
 }
 
 void DisplayCommands::mnuSilentMode_Click() {

@@ -20,7 +20,6 @@ class DisplayCommands {
     CallDisplay& display;
     CapiLine& capi;
     SimulationWindow& simulation;
-    std::function<void(bool rejectsAll)> refreshDisplay;  // a switch that rejects all has changed; one of them is on
     std::function<void()> silentModeChanged;
     std::function<void()> resetDisplay;
     std::function<void()> resetCAPI;  // as asked for by the user

@@ -26,16 +26,32 @@ void DisplayTray::ShowCall(const oDataCall& call, bool isNews) {
     if (!isNews) return;
     Open({title, text, ports_.settings.General.HideTimeTray,
           call.Blocked ? BalloonUrgency::kLow : BalloonUrgency::kCritical});
+    balloonOf_ = std::make_shared<oDataCall>(call);
   });
 }
 
 void DisplayTray::CreateTrayInfo(const std::string& text, int seconds) {
-  Trapped("fMain.CreateTrayInfo", [&] { Open({idleText_, WithoutControls(text), seconds, BalloonUrgency::kLow}); });
+  Trapped("fMain.CreateTrayInfo", [&] {
+    if (ports_.games.fAnzeigeVerboten()) return CloseBalloon();
+    Open({idleText_, WithoutControls(text), seconds, BalloonUrgency::kLow});
+  });
+}
+
+// A call is over while others go on: its balloon gives way to one that still rings. Of the end of the last call the
+// balloon tells itself.
+void DisplayTray::FollowCalls() {
+  if (!balloonOf_ || ports_.calls.IsInProgress(*balloonOf_)) return;
+  if (ports_.calls.IsEmpty() && !ports_.calls.HasHidden()) return;
+  const auto calls = ports_.calls.Read();
+  const auto ringing = std::ranges::find_if(calls, [](const auto& call) { return call->Active; });
+  CloseBalloon();
+  if (ringing != calls.end()) ShowCall(**ringing, true);
 }
 
 // A desktop may keep a balloon as long as it likes: its life is counted here.
 void DisplayTray::Open(const Balloon& balloon) {
   isBalloonShown_ = true;
+  balloonOf_.reset();
   life_->SetInterval(std::chrono::seconds(balloon.seconds));
   life_->SetEnabled(true);
   ports_.view.ShowBalloon(balloon);
@@ -49,6 +65,7 @@ void DisplayTray::CloseBalloon() {
 
 void DisplayTray::BalloonDismissed() {
   isBalloonShown_ = false;
+  balloonOf_.reset();
   life_->SetEnabled(false);
 }
 
@@ -59,6 +76,7 @@ void DisplayTray::SetTip(const std::string& tip) {
 
 void DisplayTray::Refresh() {
   NoteRinging();
+  FollowCalls();
   const std::pair now(Icon(), tip_);
   if (shown_ == now) return;
   shown_ = now;

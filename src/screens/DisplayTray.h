@@ -47,7 +47,7 @@ class DisplayTray : public TrayBalloon, public CallWatch {
   void BalloonDismissed();
 
   bool IsShown() override { return isBalloonShown_; }
-  // The balloon of a call that is over.
+  // The balloon that tells of the end of the last call.
   void CreateTrayInfo(const std::string& text, int seconds) override;
 
   void OnDialled(const oDataCall&) override {}
@@ -59,6 +59,8 @@ class DisplayTray : public TrayBalloon, public CallWatch {
   TrayIcon Icon() const;
   void NoteRinging();
   void SetTip(const std::string& tip);
+  void OpenFor(const oDataCall& call);
+  void FollowCalls();
   void Open(const Balloon& balloon);
   void CloseBalloon();
 
@@ -69,6 +71,7 @@ class DisplayTray : public TrayBalloon, public CallWatch {
   std::set<std::int32_t> rang_;                            // calls that rang and were not refused
   bool hasMissed_ = false;
   bool isBalloonShown_ = false;
+  std::shared_ptr<const oDataCall> balloonOf_;  // the call that it shows; none when it tells of an end
 };
 
 }  // namespace vorlix

@@ -33,12 +33,34 @@ BarPlace HideRules::HiddenPlace() const {
 
 void HideRules::DisplayResize() {
   Trapped("fMain.DisplayResize", [&] {
-    const auto& general = ports_.settings.General;
-    const bool popsUp = !general.SilentMode && !general.AsBaloon;
-    if (HiddenPlace() == BarPlace::kShown || (HasActiveCalls() && popsUp)) MoveTo(BarPlace::kShown);
+    const bool isOut = place_ == BarPlace::kShown;
+    if (!isOut && (HiddenPlace() == BarPlace::kShown || (HasActiveCalls() && PopsUp()))) MoveTo(BarPlace::kShown);
+    NoteCalls();
     GoBackToIdle();
-    if (!HasActiveCalls() || general.HideAllw) StartHiding();
+    if (!HasActiveCalls() || ports_.settings.General.HideAllw) StartHiding();
   });
+}
+
+// Over a game nothing comes out, also not to show that the game's own player is being called.
+bool HideRules::PopsUp() const {
+  const auto& general = ports_.settings.General;
+  return !general.SilentMode && !general.AsBaloon && !ports_.games.fAnzeigeVerboten();
+}
+
+// Where the bar hides over calls too, its time counts from the last that came or went.
+void HideRules::NoteCalls() {
+  std::vector<std::pair<std::int32_t, DateTime>> now;
+  for (const auto& call : ports_.calls.Read())
+    now.emplace_back(call->PLCI, call->CallDateTime);
+  if (now == calls_) return;
+  calls_ = std::move(now);
+  if (ports_.settings.General.HideAllw) ports_.timers.tmHide->SetEnabled(false);
+}
+
+// A caller on the bar stays until somebody has been there.
+void HideRules::GoOn() {
+  GoBackToIdle();
+  if (!HasActiveCalls() && (ports_.settings.General.HideAllw || !ports_.isCallShown())) StartHiding();
 }
 
 void HideRules::MouseEntered() {
@@ -54,6 +76,10 @@ void HideRules::MouseLeft() {
 void HideRules::Toggle() {
   MoveTo(place_ == BarPlace::kShown ? HiddenPlace() : BarPlace::kShown);
   MouseLeft();
+}
+
+void HideRules::TrayChanged() {
+  if (place_ != BarPlace::kShown) MoveTo(HiddenPlace());
 }
 
 void HideRules::GoBackToIdle() {
@@ -95,6 +121,7 @@ void HideRules::MoveTo(BarPlace place) {
   if (place == place_) return;
   place_ = place;
   ports_.view.SetPlace(place);
+  ports_.windows.MoveAlong();
 }
 
 }  // namespace vorlix

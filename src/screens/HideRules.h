@@ -2,11 +2,15 @@
 // tmDisplayAutoReset.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <utility>
+#include <vector>
 
 #include "core/MainTimers.h"
 #include "core/call_watch.h"
 #include "data/Settings.h"
+#include "screens/GameDetection.h"
 #include "screens/MainDisplayView.h"
 #include "screens/ShownCalls.h"
 
@@ -19,7 +23,9 @@ class HideRules : public CallWatch {
     TrayView& tray;
     const Settings& settings;
     const ShownCalls& calls;
+    const GameDetection& games;
     MainTimers& timers;
+    CallerWindows& windows;              // they go where the bar goes
     std::function<bool()> isCallShown;   // line 0 shows a call, not an idle text
     std::function<void()> displayReset;  // the way back to idle, by itself
   };
@@ -36,16 +42,22 @@ class HideRules : public CallWatch {
   // By command: brings the bar out, or hides it as the settings say.
   void Toggle();
 
+  // A hidden bar goes to where it can be brought back from.
+  void TrayChanged();
+
   BarPlace Place() const { return place_; }
 
-  // A call that was hidden had stopped the way back to idle as every call does.
+  // A call that was hidden had stopped hiding and the way back to idle as every call does.
   void OnDialled(const oDataCall&) override {}
   void OnAnswered(const oDataCall&) override {}
-  void OnEnded(const oDataCall&) override { GoBackToIdle(); }
-  void OnOver(std::int32_t) override { GoBackToIdle(); }
+  void OnEnded(const oDataCall&) override { GoOn(); }
+  void OnOver(std::int32_t) override { GoOn(); }
 
  private:
   bool HasActiveCalls() const { return !ports_.calls.IsEmpty(); }
+  bool PopsUp() const;
+  void GoOn();
+  void NoteCalls();
   void GoBackToIdle();
   BarPlace HiddenPlace() const;
   void HideTick();
@@ -55,6 +67,7 @@ class HideRules : public CallWatch {
   void MoveTo(BarPlace place);
 
   Ports ports_;
+  std::vector<std::pair<std::int32_t, DateTime>> calls_;  // that were shown last: id and time
   BarPlace place_ = BarPlace::kShown;
 };
 

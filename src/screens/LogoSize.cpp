@@ -14,9 +14,4 @@ PictureSize LogoSize(PictureSize picture, PictureSize space) {
   return {scaled(picture.width), scaled(picture.height)};
 }
 
-PicturePlace LogoPlace(PictureSize picture, PictureSize space) {
-  const PictureSize size = LogoSize(picture, space);
-  return {(space.width - size.width) / 2, (space.height - size.height) / 2, size};
-}
-
 }  // namespace vorlix

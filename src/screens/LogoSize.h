@@ -1,4 +1,4 @@
-// How a picture is put into the place that a line has for it.
+// How large a picture is shown in the place that a line has for it, where it stands in the middle.
 #pragma once
 
 namespace vorlix {
@@ -8,16 +8,8 @@ struct PictureSize {
   friend bool operator==(const PictureSize&, const PictureSize&) = default;
 };
 
-struct PicturePlace {
-  int left = 0, top = 0;
-  PictureSize size;
-  friend bool operator==(const PicturePlace&, const PicturePlace&) = default;
-};
-
-// LoadLogoImage: a picture that fits keeps its own size, a larger one is scaled by its larger overhang and keeps the
+// A picture that fits keeps its own size, a larger one is scaled by its larger overhang and keeps the
 // ratio of its sides. No side becomes less than one point.
 PictureSize LogoSize(PictureSize picture, PictureSize space);
-// DisplayLogoPos: in the middle of the space.
-PicturePlace LogoPlace(PictureSize picture, PictureSize space);
 
 }  // namespace vorlix

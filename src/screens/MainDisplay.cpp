@@ -46,7 +46,7 @@ void MainDisplay::DisplayUpdate(bool search) {
   Trapped(
       "fMain.DisplayUpdate",
       [&] {
-        if (!ports_.settings.General.SilentMode) ports_.view.BringToTop();
+        if (!ports_.settings.General.SilentMode && !ports_.games.fAnzeigeVerboten()) ports_.view.BringToTop();
         if (ports_.calls.IsEmpty() && ports_.calls.HasHidden()) return KeepEndedCall();
         TakeCalls();
         Display_NoCall(true);
@@ -63,25 +63,26 @@ void MainDisplay::DisplayUpdate(bool search) {
 // A call that nobody is to see leaves the display as it is; what stands there has come to its end.
 void MainDisplay::KeepEndedCall() {
   Display_NoCall(true);
-  buttons_.clear();
-  if (rows_.front().record) buttons_[0] = {.bell = false, .hangUp = HangUpButton::kEraser, .hangUpEnabled = true};
+  for (Row& row : rows_) {
+    row.shown.bellEnabled = row.shown.hangUpEnabled = false;
+    row.shown.hangUp = HangUpMode::kNone;
+  }
+  if (DisplayLine& first = rows_.front().shown; first.isCall) {
+    first.hangUp = HangUpMode::kEraser;
+    first.hangUpEnabled = true;
+  }
   DisplayResize();
 }
 
 // The rows anew, each with its own copy of its call. What was told of a call before is not told again; the mark of a
-// refused one, the name that a search has found and the buttons go with it.
+// refused one, the name that a search or a changed book has given it and the buttons go with it.
 void MainDisplay::TakeCalls() {
   const std::vector<Row> former = std::exchange(rows_, {});
-  auto formerButtons = std::exchange(buttons_, {});
   for (const auto& call : ports_.calls.Read()) {
     Row row{.record = std::make_shared<oDataCall>(*call), .shown = {}, .announced = {}};
     const auto same = std::ranges::find_if(
         former, [&](const Row& old) { return old.record && ShownCalls::IsSame(*old.record, *call); });
-    if (same != former.end()) {
-      Inherit(row, *same);
-      const auto buttons = formerButtons.find(static_cast<std::size_t>(same - former.begin()));
-      if (buttons != formerButtons.end()) buttons_[rows_.size()] = buttons->second;
-    }
+    if (same != former.end()) Inherit(row, *same);
     rows_.push_back(std::move(row));
   }
   if (rows_.empty()) rows_.resize(1);
@@ -89,10 +90,11 @@ void MainDisplay::TakeCalls() {
 
 void MainDisplay::Inherit(Row& row, const Row& former) {
   row.announced = former.announced;
-  row.shown.isBlockMarked = former.shown.isBlockMarked;
-  row.shown.blockReason = former.shown.blockReason;
-  row.isFound = former.isFound && row.record->NameMode != 1;
-  if (!row.isFound) return;
+  row.shown = former.shown;
+  if (row.record->NameMode == 1) return;
+  row.isFound = former.isFound;
+  if (!row.isFound && former.record->NameMode != 1) return;
+  row.record->NameMode = former.record->NameMode;
   row.record->Name(former.record->Name());
   row.record->Address(former.record->Address());
 }
@@ -222,7 +224,6 @@ void MainDisplay::ShowIdle(std::size_t line, std::string text) {
   row = Row{};
   row.shown.text = text;
   ShowColors(row);
-  buttons_.erase(line);
   ports_.timers.tmClock->SetEnabled(true);
   ports_.tray.ShowIdle(text);
   ShowLines();
@@ -304,28 +305,32 @@ void MainDisplay::DisplayWidth() {
 }
 
 void MainDisplay::ButtonEnableBell(int place, bool enabled) {
-  ButtonsOf(place).bell = enabled;
+  if (DisplayLine* line = LineOfCall(place)) line->bellEnabled = enabled;
   ShowLines();
 }
 
-void MainDisplay::ButtonEnableHangUp(int place, int mode, bool enabled) {
-  Buttons& buttons = ButtonsOf(place);
-  buttons.hangUp = mode == kHangUpStop ? HangUpButton::kStop : HangUpButton::kEraser;
-  buttons.hangUpEnabled = enabled;
+void MainDisplay::ButtonEnableHangUp(int place, HangUpMode mode, bool enabled) {
+  if (DisplayLine* line = LineOfCall(place)) {
+    line->hangUp = mode;
+    line->hangUpEnabled = enabled;
+  }
   ShowLines();
 }
 
-// Lines have other places where a call is hidden. With no call left it is the line that stays.
-MainDisplay::Buttons& MainDisplay::ButtonsOf(int place) {
+// Lines have other places where a call is hidden. With no call left it is the line that stays; an idle line has no
+// buttons.
+DisplayLine* MainDisplay::LineOfCall(int place) {
   const auto call = ports_.calls.Listed(place);
-  const auto row = std::ranges::find_if(
-      rows_, [&](const Row& one) { return call && one.record && ShownCalls::IsSame(*one.record, *call); });
-  return buttons_[row == rows_.end() ? 0 : static_cast<std::size_t>(row - rows_.begin())];
+  const auto row =
+      call ? std::ranges::find_if(rows_,
+                                  [&](const Row& one) { return one.record && ShownCalls::IsSame(*one.record, *call); })
+           : rows_.begin();
+  return row != rows_.end() && row->record ? &row->shown : nullptr;
 }
 
 void MainDisplay::ButtonDisableBells() {
-  for (auto& [line, buttons] : buttons_)
-    buttons.bell = false;
+  for (Row& row : rows_)
+    row.shown.bellEnabled = false;
   ShowLines();
 }
 
@@ -333,8 +338,10 @@ void MainDisplay::MarkBlocked(std::int32_t PLCI, const std::string& reason) {
   Trapped(
       "fMain.MarkBlocked",
       [&] {
-        const auto row =
-            std::ranges::find_if(rows_, [&](const Row& one) { return one.record && one.record->PLCI == PLCI; });
+        // A line id is used again: a call that is over is another.
+        const auto row = std::ranges::find_if(rows_, [&](const Row& one) {
+          return one.record && one.record->PLCI == PLCI && ports_.calls.IsInProgress(*one.record);
+        });
         if (row == rows_.end()) return;
         row->shown.isBlockMarked = true;
         row->shown.blockReason = reason;
@@ -356,18 +363,9 @@ void MainDisplay::ShowLines() {
   const auto& general = ports_.settings.General;
   DisplayContent content{
       .lines = {}, .lineState = lineState_, .rejectsAll = general.BlockAll || general.BlockAllByTime};
-  for (std::size_t line = 0; line < rows_.size(); ++line) {
-    DisplayLine shown = rows_[line].shown;
-    const auto buttons = buttons_.find(line);
-    if (rows_[line].record) {
-      shown.isActive = ports_.calls.IsInProgress(*rows_[line].record);
-      if (buttons != buttons_.end()) {
-        shown.bellEnabled = buttons->second.bell;
-        shown.hangUp = buttons->second.hangUp;
-        shown.hangUpEnabled = buttons->second.hangUpEnabled;
-      }
-    }
-    content.lines.push_back(std::move(shown));
+  for (Row& row : rows_) {
+    row.shown.isActive = row.record && ports_.calls.IsInProgress(*row.record);
+    content.lines.push_back(row.shown);
   }
   if (content == content_) return;
   content_ = content;

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "core/CallPipeline.h"
 #include "data/Settings.h"
 #include "screens/DisplayTray.h"
+#include "screens/GameDetection.h"
 #include "screens/HideRules.h"
 #include "screens/LineStates.h"
 #include "screens/MainDisplayView.h"
@@ -30,6 +30,7 @@ class MainDisplay : public CallDisplay {
     const Skin& skin;
     const ShownCalls& calls;
     const LineStateSource& lines;
+    const GameDetection& games;
     MainTimers& timers;
     PhoneBook& book;
     Blocking& blocking;
@@ -55,9 +56,8 @@ class MainDisplay : public CallDisplay {
   void DisplayResize() override;
   void ChangeDisplayData(const std::string& idleText) override;
   void DisplayWidth() override;
-  // The place is the call's in the pipeline's list.
   void ButtonEnableBell(int place, bool enabled) override;
-  void ButtonEnableHangUp(int place, int mode, bool enabled) override;
+  void ButtonEnableHangUp(int place, HangUpMode mode, bool enabled) override;
   // No bell rings any more.
   void ButtonDisableBells();
   void MarkBlocked(std::int32_t PLCI, const std::string& reason) override;
@@ -78,7 +78,6 @@ class MainDisplay : public CallDisplay {
   // The attached windows go and come with silent mode.
   void HideDisplay();
 
-  std::size_t LineCount() const { return rows_.size(); }
   // The record of a line; nothing on an idle one or outside.
   std::shared_ptr<oDataCall> Record(std::size_t line) const;
   // Line 0 shows a call, not an idle text.
@@ -93,15 +92,10 @@ class MainDisplay : public CallDisplay {
     std::string announced;  // what tray and large window have told of it
     bool isFound = false;   // a search has given it its name
   };
-  struct Buttons {
-    bool bell = false;
-    HangUpButton hangUp = HangUpButton::kNone;
-    bool hangUpEnabled = false;
-  };
 
   void TakeCalls();
   void KeepEndedCall();
-  Buttons& ButtonsOf(int place);
+  DisplayLine* LineOfCall(int place);
   static void Inherit(Row& row, const Row& former);
   void FillLine(std::size_t line, bool search);
   void ShowCard(const oDataCall& record);
@@ -117,7 +111,6 @@ class MainDisplay : public CallDisplay {
 
   Ports ports_;
   std::vector<Row> rows_{1};
-  std::map<std::size_t, Buttons> buttons_;  // by position of the line
   std::string lineState_;
   DisplayContent content_;
 };

@@ -7,13 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "core/pipeline_ports.h"
 #include "screens/Skin.h"
 #include "services/DateTime.h"
 
 namespace vorlix {
-
-// The picture on the button at the end of a line.
-enum class HangUpButton { kNone, kStop, kEraser };
 
 // One visible line of the bar.
 struct DisplayLine {
@@ -25,9 +23,9 @@ struct DisplayLine {
   Rgb textColor = 0;
   std::string logo;            // real path of the picture; empty: none
   bool isBlockMarked = false;  // the picture of a blocked call stands in place of the logo
-  std::string blockReason;     // the logo's tip on a refused call; else empty
+  std::string blockReason;     // of a refused call: the tip of the picture; else empty
   bool bellEnabled = false;
-  HangUpButton hangUp = HangUpButton::kNone;
+  HangUpMode hangUp = HangUpMode::kNone;
   bool hangUpEnabled = false;
 
   // The call behind the texts.
@@ -104,12 +102,10 @@ struct MaxiLook {
   friend bool operator==(const MaxiLook&, const MaxiLook&) = default;
 };
 
-enum class MaxiEndMark { kNone = 0, kEnded = 1, kBlocked = 2 };
-
 struct MaxiContent {
   std::string name, number, location, MSNAlias;
   std::string picture;  // real path; empty: none
-  MaxiEndMark endMark = MaxiEndMark::kNone;
+  EndMark endMark = EndMark::kNone;
   MaxiLook look;
 };
 

@@ -1,5 +1,7 @@
 #include "screens/ShownCalls.h"
 
+#include "core/RejectReason.h"
+
 namespace vorlix {
 
 std::vector<std::shared_ptr<oDataCall>> ShownCalls::Read() const {
@@ -12,8 +14,10 @@ std::vector<std::shared_ptr<oDataCall>> ShownCalls::Read() const {
 }
 
 bool ShownCalls::IsHidden(const oDataCall& call) const {
-  const bool isRefused = call.Blocked && settings_.General.RejectedCallsDontShow;
-  return isRefused || !ownNumbers_.IsMSNFunctionActiv(call.MSN, kMSNDisplay);
+  // One refused by hand has been seen.
+  const bool isRefused = call.Blocked && call.BlockFunction != kRejectUser;
+  return (isRefused && settings_.General.RejectedCallsDontShow) ||
+         !ownNumbers_.IsMSNFunctionActiv(call.MSN, kMSNDisplay);
 }
 
 bool ShownCalls::IsInProgress(const oDataCall& call) const {
@@ -23,8 +27,7 @@ bool ShownCalls::IsInProgress(const oDataCall& call) const {
 
 std::shared_ptr<oDataCall> ShownCalls::Listed(int place) const {
   if (place < 0) return nullptr;
-  return std::dynamic_pointer_cast<oDataCall>(
-      state_.ActiveCallList.GetItemByIndex(static_cast<std::size_t>(place) + 1));
+  return state_.ActiveCallList.ItemByIndexAs<oDataCall>(static_cast<std::size_t>(place) + 1);
 }
 
 }  // namespace vorlix

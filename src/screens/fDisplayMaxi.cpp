@@ -26,7 +26,7 @@ void fDisplayMaxi::ShowCall(const oDataCall& call, const std::string& picture) {
                 .location = WithoutControls(call.VW_FormatedLocation()),
                 .MSNAlias = WithoutControls(call.MSNAlias),
                 .picture = picture,
-                .endMark = MaxiEndMark::kNone,
+                .endMark = EndMark::kNone,
                 .look = {}};
     shown_ = std::make_shared<oDataCall>(call);
     isOpen_ = isVisible_ = true;
@@ -58,9 +58,10 @@ void fDisplayMaxi::TakeOff() {
   ports_.window.Hide();
 }
 
-void fDisplayMaxi::SetEndMark(int mark) {
-  if (!isVisible_ || GoesOn()) return;
-  content_.endMark = static_cast<MaxiEndMark>(mark);
+void fDisplayMaxi::SetEndMark(EndMark mark) {
+  // One that is marked has ended before.
+  if (!isVisible_ || GoesOn() || content_.endMark != EndMark::kNone) return;
+  content_.endMark = mark;
   Show();
 }
 

@@ -35,7 +35,7 @@ class fDisplayMaxi : public MaxiDisplay {
   bool IsVisible() override { return isVisible_; }
   // By the end of a call; when another is in the window and goes on, nothing happens.
   void Hide() override;
-  void SetEndMark(int mark) override;
+  void SetEndMark(EndMark mark) override;
 
  private:
   void Show();

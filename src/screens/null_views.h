@@ -25,12 +25,6 @@ class NoForegroundWindow : public ForegroundWindow {
   State Read() override { return {}; }
 };
 
-class NoDisplayLogos : public DisplayLogos {
- public:
-  std::string BookPicture(const oDataCall&) override { return {}; }
-  std::string NumberPicture(const std::string&) override { return {}; }
-};
-
 class NoAutomaticSearch : public AutomaticSearch {
  public:
   void Start(const oDataCall&, int) override {}

@@ -80,7 +80,7 @@ class DisplaySurroundings : public LineStateSource,
   std::vector<std::string> Taken() { return std::exchange(tape, {}); }
 
   LineStates states{.CAPI = {}, .AVM = {true, true}, .NCID = {}};
-  ForegroundWindow::State foreground;
+  ForegroundWindow::State foreground;           // see DisplayRoom::PutGameInFront()
   std::map<std::string, std::string> names;     // of the book, by number
   std::map<std::string, std::string> pictures;  // of the book
   std::string listed;                           // a number on the blacklist
@@ -189,11 +189,15 @@ class DisplayRoom {
     screen.display.DisplayUpdate(search);
     screen.display.DisplayResize();
   }
+  void PutGameInFront() {
+    settings.General.NoViewGame = true;
+    world.foreground = {.fillsScreen = true, .isDesktop = false, .modules = {"C:\\windows\\D3D9.dll"}};
+  }
   // As the pipeline ends a call.
   void End(const oDataCall& call) {
     state.ActiveCallList.RemoveByKeyName(call.Key);
     if (state.ActiveCallList.Count() > 0) return Show();
-    screen.display.ButtonEnableHangUp(0, 2, true);
+    screen.display.ButtonEnableHangUp(0, HangUpMode::kEraser, true);
     screen.display.ButtonEnableBell(0, false);
     screen.display.DisplayResize();
     if (!settings.General.HideAllw) timers.tmHide->SetEnabled(false);

@@ -103,8 +103,8 @@ class RecordingPorts : public PipelineSwitches,
   void ChangeDisplayData(const std::string& text) override { Note("idle " + text); }
   void DisplayWidth() override { Note("width"); }
   void ButtonEnableBell(int line, bool on) override { Note("bell " + std::to_string(line) + (on ? " on" : " off")); }
-  void ButtonEnableHangUp(int line, int mode, bool on) override {
-    Note("hang-up " + std::to_string(line) + " " + std::to_string(mode) + (on ? " on" : " off"));
+  void ButtonEnableHangUp(int line, HangUpMode mode, bool on) override {
+    Note("hang-up " + std::to_string(line) + " " + std::to_string(static_cast<int>(mode)) + (on ? " on" : " off"));
   }
   void MarkBlocked(std::int32_t PLCI, const std::string& reason) override {
     Note("mark " + std::to_string(PLCI) + " " + reason);

@@ -60,7 +60,7 @@ TEST_F(DisplayClicksTest, TheStopButtonRefusesTheCallOfItsLineOnce) {
   settings.General.CallMode_CAPI = true;
   Ring(1, "0171555");
   const auto call = Ring(2, "0301234");
-  screen.display.ButtonEnableHangUp(1, 1, true);
+  screen.display.ButtonEnableHangUp(1, HangUpMode::kStop, true);
   world.Taken();
   screen.clicks.HangUpClick(0);
   screen.clicks.HangUpClick(7);
@@ -75,7 +75,7 @@ TEST_F(DisplayClicksTest, TheButtonOfACallThatIsOverRefusesNoOther) {
   settings.General.CallMode_CAPI = true;
   Ring(1, "0171555");
   Ring(2, "0301234");
-  screen.display.ButtonEnableHangUp(0, 1, true);
+  screen.display.ButtonEnableHangUp(0, HangUpMode::kStop, true);
   state.ActiveCallList.RemoveByKeyName("1");
   screen.display.DisplayResize();
   world.Taken();

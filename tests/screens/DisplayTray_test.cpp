@@ -1,11 +1,9 @@
-// The ways of showing a call beside the bar: tray icon and balloon, large window.
 #include "screens/DisplayTray.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "fakes/DisplayRoom.h"
-#include "screens/LogoSize.h"
 #include "screens/display_texts.h"
 #include "services/ansi.h"
 
@@ -15,13 +13,7 @@ namespace {
 using std::chrono::seconds;
 using testing::HasSubstr;
 
-class DisplayTrayTest : public testing::Test, public DisplayRoom<RecordingBar> {
- protected:
-  void PutGameInFront() {
-    settings.General.NoViewGame = true;
-    world.foreground = {.fillsScreen = true, .isDesktop = false, .modules = {"C:\\windows\\D3D9.dll"}};
-  }
-};
+class DisplayTrayTest : public testing::Test, public DisplayRoom<RecordingBar> {};
 
 TEST_F(DisplayTrayTest, TheBalloonTellsWhoCallsWhichNumber) {
   struct Row {
@@ -86,7 +78,24 @@ TEST_F(DisplayTrayTest, ABalloonLivesAsLongAsTheSettingsSayOrUntilItIsDismissed)
   Ring(2, "0301234");
   screen.tray.BalloonDismissed();
   EXPECT_FALSE(screen.tray.IsShown());
-  EXPECT_FALSE(loop.UntilNextTick() == std::optional(std::chrono::milliseconds(15000)));
+  EXPECT_EQ(loop.UntilNextTick(), std::nullopt);
+}
+
+TEST_F(DisplayTrayTest, ABalloonGoesWithItsCallAndGivesWayToOneThatStillRings) {
+  settings.General.AsBaloon = settings.General.RejectedCallsDontShow = true;
+  const auto first = Ring(1, "0171555"), second = Ring(2, "0301234");
+  End(*second);
+  EXPECT_TRUE(tray.isOpen);
+  EXPECT_THAT(tray.balloons.back().text, HasSubstr("0171555"));
+  const auto third = Ring(3, "0301235");
+  first->Active = false;  // somebody is talking by now
+  End(*third);
+  EXPECT_FALSE(tray.isOpen);
+  state.ActiveCallList.Clear();
+  const auto fourth = Ring(4, "0301236");
+  Take(5, "0190")->Blocked = true;
+  End(*fourth);
+  EXPECT_FALSE(tray.isOpen);
 }
 
 TEST_F(DisplayTrayTest, TheIconTellsWhatMattersMost) {
@@ -150,77 +159,9 @@ TEST_F(DisplayTrayTest, AGameKeepsBalloonAndLargeWindowAway) {
   settings.General.AsBaloon = settings.General.MaxiDisplayView = true;
   PutGameInFront();
   Ring(1, "0171555");
+  screen.tray.CreateTrayInfo("Ruf nicht mehr aktiv!", 60);
   EXPECT_TRUE(tray.balloons.empty());
   EXPECT_FALSE(maxi.isOpen);
-}
-
-TEST_F(DisplayTrayTest, OnlyAFullScreenProgramWithAGamesLibraryIsAGame) {
-  PutGameInFront();
-  EXPECT_TRUE(screen.games.fAnzeigeVerboten());
-  const auto game = world.foreground;
-  const auto isGame = [&](auto change) {
-    world.foreground = game;
-    change();
-    return screen.games.fAnzeigeVerboten();
-  };
-  EXPECT_FALSE(isGame([&] { world.foreground.fillsScreen = false; }));
-  EXPECT_FALSE(isGame([&] { world.foreground.isDesktop = true; }));
-  EXPECT_FALSE(isGame([&] { world.foreground.modules = {"/usr/lib/libm.so", "xd3d9.dll", ""}; }));
-  EXPECT_TRUE(isGame([&] { settings.DirectX.Moduls = "a.so; D3D9.dll ;"; }));
-  EXPECT_FALSE(isGame([&] { settings.General.NoViewGame = false; }));
-}
-
-TEST_F(DisplayTrayTest, TheLargeWindowShowsTheCallAndItsEnd) {
-  settings.General.MaxiDisplayView = true;
-  settings.MaxiDisplay.Alpha = 150;
-  world.pictures["0171555"] = "/mine.jpg";
-  const auto call = Ring(1, "0171555", "Meier");
-  EXPECT_EQ(maxi.content.name + "|" + maxi.content.number + "|" + maxi.content.location + "|" + maxi.content.MSNAlias +
-                "|" + maxi.content.picture,
-            "Meier|0171555|Ort|Praxis|/mine.jpg");
-  EXPECT_EQ(maxi.content.look.alpha, 150);
-  screen.maxi.SetEndMark(2);
-  screen.maxi.Hide();
-  EXPECT_TRUE(maxi.isOpen);  // another call has ended
-  EXPECT_EQ(maxi.content.endMark, MaxiEndMark::kNone);
-  End(*call);
-  screen.maxi.SetEndMark(2);
-  EXPECT_EQ(maxi.content.endMark, MaxiEndMark::kBlocked);
-  screen.maxi.Hide();
-  EXPECT_FALSE(maxi.isOpen || screen.maxi.IsVisible());
-  screen.maxi.SetEndMark(1);
-  EXPECT_FALSE(maxi.isOpen);
-  EXPECT_TRUE(screen.maxi.IsOpen());
-  screen.maxi.Closed();
-  EXPECT_FALSE(screen.maxi.IsOpen());
-}
-
-TEST_F(DisplayTrayTest, TheLargeWindowClosesByItsTimeOnlyWhereThatIsWanted) {
-  settings.General.MaxiDisplayView = true;
-  Ring(1, "0171555");
-  loop.Advance(seconds(100));
-  EXPECT_TRUE(maxi.isOpen);
-  settings.MaxiDisplay.HideByTime = true;
-  Ring(2, "0301234");
-  loop.Advance(seconds(9));
-  EXPECT_TRUE(maxi.isOpen);
-  loop.Advance(seconds(1));
-  EXPECT_FALSE(maxi.isOpen);
-}
-
-TEST(LogoSizeTest, APictureThatIsTooLargeIsScaledByItsLargerOverhangAndCentred) {
-  struct Row {
-    PictureSize picture;
-    PicturePlace place;
-  };
-  const Row rows[] = {{{40, 20}, {30, 10, {40, 20}}},
-                      {{100, 40}, {0, 0, {100, 40}}},
-                      {{200, 40}, {0, 10, {100, 20}}},
-                      {{200, 160}, {25, 0, {50, 40}}},
-                      {{5000, 1}, {0, 19, {100, 1}}}};
-  for (const Row& row : rows) {
-    EXPECT_EQ(LogoPlace(row.picture, {100, 40}), row.place) << row.picture.width;
-  }
 }
 
 }  // namespace

@@ -43,16 +43,18 @@ TEST_F(HideRulesTest, TheIdleBarHidesWhereTheSettingsSay) {
 
 TEST_F(HideRulesTest, ACallBringsTheBarOutUnlessItMustNotPopUp) {
   struct Row {
-    bool silent, balloon;
+    bool silent, balloon, game;
     BarPlace place;
   };
-  for (const Row& row :
-       {Row{true, false, BarPlace::kGone}, Row{false, true, BarPlace::kGone}, Row{false, false, BarPlace::kShown}}) {
+  PutGameInFront();
+  for (const Row& row : {Row{true, false, false, BarPlace::kGone}, Row{false, true, false, BarPlace::kGone},
+                         Row{false, false, true, BarPlace::kGone}, Row{false, false, false, BarPlace::kShown}}) {
     state.ActiveCallList.Clear();
     Show();
     loop.Advance(seconds(10));
     settings.General.SilentMode = row.silent;
     settings.General.AsBaloon = row.balloon;
+    settings.General.NoViewGame = row.game;
     Ring(1, "0171555");
     EXPECT_EQ(bar.place, row.place);
   }
@@ -91,9 +93,21 @@ TEST_F(HideRulesTest, TheTimeCountsFromWhereTheMouseLeft) {
 
 TEST_F(HideRulesTest, WithHideAllwTheBarHidesOverACallToo) {
   settings.General.HideAllw = true;
-  Ring(1, "0171555");
-  loop.Advance(seconds(10));
-  EXPECT_EQ(bar.place, BarPlace::kGone);
+  Show();
+  const auto hidesTenSecondsAfter = [&](const auto& change) {
+    loop.Advance(seconds(9));
+    change();
+    loop.Advance(seconds(9));
+    EXPECT_EQ(bar.place, BarPlace::kShown);
+    Show();  // the same calls
+    loop.Advance(seconds(1));
+    EXPECT_EQ(bar.place, BarPlace::kGone);
+    screen.hiding.MouseEntered();
+    screen.hiding.MouseLeft();
+  };
+  hidesTenSecondsAfter([&] { Ring(1, "0171555"); });
+  hidesTenSecondsAfter([&] { Ring(2, "0301234"); });
+  hidesTenSecondsAfter([&] { state.ActiveCallList.Clear(), Show(); });
 }
 
 TEST_F(HideRulesTest, ACallThatIsOverLeavesTheDisplayByItself) {
@@ -119,6 +133,29 @@ TEST_F(HideRulesTest, ABarThatWasCalledOutHidesAgain) {
   EXPECT_EQ(bar.place, BarPlace::kShown);
   loop.Advance(seconds(10));
   EXPECT_EQ(bar.place, BarPlace::kGone);
+}
+
+TEST_F(HideRulesTest, ACallThatIsNotShownDoesNotKeepAnIdleBarOut) {
+  ownNumbers.silent = "1234";
+  Show();
+  timers.tmHide->SetEnabled(false);  // as the pipeline does at its beginning and end
+  screen.hiding.OnEnded(*Take(1, "0171555"));
+  state.ActiveCallList.Clear();
+  screen.hiding.OnEnded(oDataCall());
+  loop.Advance(seconds(10));
+  EXPECT_EQ(bar.place, BarPlace::kGone);
+}
+
+TEST_F(HideRulesTest, AHiddenBarFollowsATrayThatComesAndGoes) {
+  settings.General.HideTray = true;
+  tray.isThere = false;
+  Show();
+  loop.Advance(seconds(10));
+  for (const auto& [hasTray, place] : {std::pair(true, BarPlace::kTray), std::pair(false, BarPlace::kStrip)}) {
+    tray.isThere = hasTray;
+    screen.hiding.TrayChanged();
+    EXPECT_EQ(bar.place, place);
+  }
 }
 
 TEST_F(HideRulesTest, AHiddenCallDoesNotKeepTheLastOneOnTheDisplay) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/RejectReason.h"
 #include "fakes/DisplayRoom.h"
 #include "screens/display_texts.h"
 
@@ -11,6 +12,7 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
@@ -62,9 +64,21 @@ TEST_F(MainDisplayTest, ACallThatNobodyIsToSeeComesOutWithNoOther) {
   EXPECT_TRUE(Line().bellEnabled);
   End(*seen);
   EXPECT_THAT(Texts(), ElementsAre("0171555 Ort"));
-  EXPECT_TRUE(!Line().bellEnabled && Line().hangUp == HangUpButton::kEraser && Line().hangUpEnabled);
+  EXPECT_TRUE(!Line().bellEnabled && Line().hangUp == HangUpMode::kEraser && Line().hangUpEnabled);
   screen.clicks.ResetClick();
   EXPECT_FALSE(Line().isCall);
+}
+
+TEST_F(MainDisplayTest, ACallRefusedByHandComesToItsEndWhereItIsShown) {
+  settings.General.RejectedCallsDontShow = true;
+  const auto call = Ring(1, "0171555");
+  call->Blocked = true;
+  call->BlockFunction = kRejectUser;
+  Show();
+  EXPECT_TRUE(Line().isActive && Line().isRefused);
+  End(*call);
+  EXPECT_FALSE(Line().isActive);
+  EXPECT_EQ(Line().hangUp, HangUpMode::kEraser);
 }
 
 TEST_F(MainDisplayTest, OfTwoCallsFromOneNumberOnlyTheFirstShowsTheResult) {
@@ -213,22 +227,23 @@ TEST_F(MainDisplayTest, ALineTakesTheColourOfItsOwnNumber) {
 
 TEST_F(MainDisplayTest, ACallStaysBeyondItsEndUntilTheDisplayIsReset) {
   const auto call = Ring(1, "0171555");
-  screen.display.ButtonEnableHangUp(0, 1, true);
-  EXPECT_EQ(Line().hangUp, HangUpButton::kStop);
+  screen.display.ButtonEnableHangUp(0, HangUpMode::kStop, true);
+  EXPECT_EQ(Line().hangUp, HangUpMode::kStop);
   End(*call);
   EXPECT_THAT(Texts(), ElementsAre("0171555 Ort"));
   EXPECT_FALSE(Line().isActive);
-  EXPECT_EQ(Line().hangUp, HangUpButton::kEraser);
-  // Its number is given to the next call, which is not shown.
+  EXPECT_EQ(Line().hangUp, HangUpMode::kEraser);
+  // Its id is given to the next call, which is not shown.
   loop.Advance(std::chrono::seconds(5));
   Take(1, "0301234");
   screen.display.DisplayResize();
-  EXPECT_FALSE(Line().isActive);
+  screen.display.MarkBlocked(1, "list");
+  EXPECT_FALSE(Line().isActive || Line().isBlockMarked);
   state.ActiveCallList.Clear();
   world.Taken();
   screen.clicks.HangUpClick(0);
   EXPECT_THAT(Texts(), ElementsAre("AVM OK"));
-  EXPECT_EQ(Line().hangUp, HangUpButton::kNone);
+  EXPECT_EQ(Line().hangUp, HangUpMode::kNone);
   EXPECT_THAT(world.Taken(), ElementsAre("no card", "no new calls"));
   screen.display.DisplayReset(true);
   EXPECT_THAT(world.Taken(), IsEmpty());
@@ -257,6 +272,10 @@ TEST_F(MainDisplayTest, AChangedBookGivesTheLinesTheirNames) {
   world.names["0171555"] = "Meier";
   screen.display.DisplayCallerUpdateWithBook();
   EXPECT_THAT(Texts(), ElementsAre("Meier", "Aus der Suche"));
+  world.Taken();
+  Ring(3, "0190");
+  EXPECT_THAT(Texts(), ElementsAre("Meier", "Aus der Suche", "0190 Ort"));
+  EXPECT_THAT(world.Taken(), Not(Contains(HasSubstr("search 0171555"))));
 }
 
 TEST_F(MainDisplayTest, SilentModeKeepsTheBarWhereItIs) {

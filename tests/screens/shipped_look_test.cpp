@@ -8,7 +8,7 @@
 #include "data/Settings.h"
 #include "fakes/DataRoom.h"
 #include "platform/posix/PosixFileStore.h"
-#include "screens/SkinData.h"
+#include "screens/SkinLoader.h"
 #include "services/text.h"
 
 namespace vorlix {
