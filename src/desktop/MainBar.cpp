@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/BarGeometry.h"
 #include "desktop/icons.h"
@@ -45,11 +46,14 @@ void MainBar::FollowScreens() {
   const auto placeAgain = [this] {
     if (!isOpen_) return;
     drag_ = Drag::kNone;
-    home_ = FirstPlace();
+    const QPoint before = wanted_.topLeft();
+    wanted_ = FirstPlace();
+    wantedArea_.translate(wanted_.topLeft() - before);
     Arrange();
   };
-  const auto follow = [this](QScreen* screen) {
-    QObject::connect(screen, &QScreen::availableGeometryChanged, this, [this] { Arrange(); });
+  const auto follow = [this, placeAgain](QScreen* screen) {
+    QObject::connect(screen, &QScreen::geometryChanged, this, placeAgain);
+    QObject::connect(screen, &QScreen::availableGeometryChanged, this, placeAgain);
   };
   std::ranges::for_each(QGuiApplication::screens(), follow);
   QObject::connect(qApp, &QGuiApplication::screenAdded, this, follow);
@@ -62,13 +66,15 @@ void MainBar::Open(WindowPlaces& places, const DisplayFont& font, bool hasTray) 
   places_ = &places;
   SetFont(font);
   AdjustLines();
-  home_ = FirstPlace();
+  wanted_ = FirstPlace();
+  wantedArea_ = AreaAt(wanted_.center());
   isOpen_ = true;
   SetTray(hasTray);
 }
 
 // A bar that cannot be reached by the tray's menu has to be one of the windows that the keyboard reaches.
 void MainBar::SetTray(bool hasTray) {
+  hasTray_ = hasTray;
   setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                  (hasTray ? Qt::Tool | Qt::WindowDoesNotAcceptFocus : Qt::Window));
   Arrange();
@@ -97,23 +103,34 @@ QRect MainBar::FirstPlace() const {
   if (!place) {
     const QScreen* first = QGuiApplication::primaryScreen();
     const QRect area = first == nullptr ? QRect() : first->availableGeometry();
-    const QRect bar(0, 0, kFirstWidth, FullHeight());
+    const QRect bar(0, 0, kFirstWidth, HeightOf(1));
     return Inside(bar.translated(area.bottomRight()), area);
   }
-  return QRect(CornerOf(*place), QSize(place->width > 0 ? place->width : kFirstWidth, FullHeight()));
+  return QRect(CornerOf(*place), QSize(place->width > 0 ? place->width : kFirstWidth, HeightOf(1)));
 }
 
+// Without the lines of the calls that are there just now.
 void MainBar::Remember() {
-  if (places_ != nullptr) places_->Save(PlacedWindow::kDisplay, PlaceOf(home_));
+  wantedArea_ = Area();
+  wanted_ = WithHeight(home_, HeightOf(1), wantedArea_);
+  if (places_ != nullptr) places_->Save(PlacedWindow::kDisplay, PlaceOf(wanted_));
 }
 
 QRect MainBar::Area() const {
   return AreaAt(home_.center());
 }
 
-int MainBar::FullHeight() const {
-  const int lines = std::max(1, static_cast<int>(content_.lines.size()));
-  return lines * (lines_.empty() ? 32 : lines_.front()->LineHeight()) + 2 * kEdge;
+int MainBar::LineHeight() const {
+  return lines_.empty() ? 0 : lines_.front()->LineHeight();
+}
+
+// Before the first content there is a line already, for the clock.
+std::size_t MainBar::VisibleLines() const {
+  return std::max<std::size_t>(1, content_.lines.size());
+}
+
+int MainBar::HeightOf(std::size_t lines) const {
+  return static_cast<int>(lines) * LineHeight() + 2 * kEdge;
 }
 
 void MainBar::ShowLines(const DisplayContent& content) {
@@ -126,7 +143,7 @@ void MainBar::ShowLines(const DisplayContent& content) {
 }
 
 void MainBar::AdjustLines() {
-  while (lines_.size() < std::max<std::size_t>(1, content_.lines.size())) {
+  while (lines_.size() < VisibleLines()) {
     lines_.push_back(new BarLine(this, {gestures_, painter_, blockedMark_}, lines_.size()));
     lines_.back()->ShowSkin();
   }
@@ -157,10 +174,9 @@ bool MainBar::IsInUse() {
 }
 
 void MainBar::Arrange() {
-  if (!isOpen_ || drag_ == Drag::kMoving) return;
-  const QRect area = Area();
-  home_ = WithHeight(Followed(home_, area_, area), FullHeight(), area);
-  area_ = area;
+  if (!isOpen_ || drag_ == Drag::kMoving || drag_ == Drag::kSizing) return;
+  const QRect area = AreaAt(wanted_.center());
+  home_ = WithHeight(Followed(wanted_, wantedArea_, area), HeightOf(VisibleLines()), area);
   if (place_ == BarPlace::kGone || place_ == BarPlace::kTray) return hide();
   ShowAtPlace();
   show();
@@ -173,22 +189,30 @@ void MainBar::ShowAtPlace() {
   } else {
     resize(place.size());
   }
-  resizeEvent(nullptr);
+  PlaceLines();
 }
 
 void MainBar::resizeEvent(QResizeEvent*) {
-  const int high = lines_.empty() ? 0 : lines_.front()->LineHeight();
+  if (isSizedByDesktop_ && place_ == BarPlace::kShown) {
+    home_.setWidth(width());
+    wanted_.setWidth(width());
+  }
+  PlaceLines();
+}
+
+void MainBar::PlaceLines() {
+  const int high = LineHeight();
   for (std::size_t i = 0; i < lines_.size(); ++i) {
     lines_[i]->setGeometry(kGrip, kEdge + static_cast<int>(i) * high, std::max(0, width() - kGrip - kGrasp), high);
-    lines_[i]->setVisible(place_ == BarPlace::kShown && i < std::max<std::size_t>(1, content_.lines.size()));
+    lines_[i]->setVisible(place_ == BarPlace::kShown && i < VisibleLines());
   }
 }
 
 void MainBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter_.PaintBar(painter, rect());
-  const int high = lines_.empty() ? height() : lines_.front()->LineHeight();
-  for (int top = kEdge; top + high <= height(); top += high)
+  const int high = LineHeight();
+  for (int top = kEdge; high > 0 && top + high <= height(); top += high)
     painter_.PaintGrip(painter, QRect(0, top, kGrip, high), content_.rejectsAll);
 }
 
@@ -197,8 +221,9 @@ bool MainBar::event(QEvent* event) {
     for (BarLine* line : lines_)
       line->ShowSkin();
   }
-  if (event->type() == QEvent::WindowDeactivate && windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus)) {
-    windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
+  if (event->type() == QEvent::WindowDeactivate) {
+    // The window behind the widget took the focus only for as long as a person wanted it.
+    if (hasTray_) windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus, true);
     if (!underMouse()) PassOn(gestures_.mouseLeft);
   }
   return QWidget::event(event);
@@ -211,6 +236,8 @@ void MainBar::Activate() {
   raise();
   activateWindow();
   lines_.front()->setFocus(Qt::ShortcutFocusReason);
+  // A desktop may refuse this; then nothing tells that the bar may hide again.
+  PassOn(gestures_.mouseLeft);
 }
 
 void MainBar::closeEvent(QCloseEvent* event) {
@@ -219,6 +246,7 @@ void MainBar::closeEvent(QCloseEvent* event) {
 }
 
 void MainBar::enterEvent(QEnterEvent*) {
+  EndSizingByDesktop();
   PassOn(gestures_.mouseEntered);
 }
 
@@ -228,16 +256,23 @@ void MainBar::leaveEvent(QEvent*) {
 
 bool MainBar::IsSizingAt(const QPoint& point) const {
   if (place_ != BarPlace::kShown) return false;
-  return home_.right() == Area().right() ? point.x() < kGrasp : point.x() >= width() - kGrasp;
+  return IsRight(home_, Area()) ? point.x() < kGrasp : point.x() >= width() - kGrasp;
 }
 
 void MainBar::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
+  EndSizingByDesktop();
   pressedAt_ = event->globalPosition().toPoint();
   homeBefore_ = home_;
   drag_ = IsSizingAt(event->position().toPoint()) ? Drag::kSizing : Drag::kPressed;
-  if (drag_ == Drag::kSizing && !CanPlaceWindows() && windowHandle()->startSystemResize(Qt::RightEdge))
-    drag_ = Drag::kNone;
+  if (drag_ != Drag::kSizing || CanPlaceWindows() || !windowHandle()->startSystemResize(Qt::RightEdge)) return;
+  drag_ = Drag::kNone;
+  isSizedByDesktop_ = true;
+}
+
+// The desktop keeps the mouse while it makes the bar wider: that it is back means that this is over.
+void MainBar::EndSizingByDesktop() {
+  if (std::exchange(isSizedByDesktop_, false)) Remember();
 }
 
 void MainBar::mouseMoveEvent(QMouseEvent* event) {
@@ -255,22 +290,17 @@ void MainBar::DragTo(const QPoint& point) {
   home_ = homeBefore_;
   const QRect area = drag_ == Drag::kMoving ? AreaAt(point) : Area();
   if (area.isEmpty()) return;
-  area_ = area;
-  const int least = std::min(kLeastWidth, home_.width());
-  if (drag_ == Drag::kMoving) {
-    home_ = Snapped(home_.translated(way), area);
-  } else if (home_.right() == area.right()) {
-    home_.setLeft(std::clamp(home_.left() + way.x(), area.left(), home_.right() - least));
-  } else {
-    home_.setRight(std::clamp(home_.right() + way.x(), home_.left() + least, area.right()));
-  }
+  home_ = drag_ == Drag::kMoving ? Snapped(home_.translated(way), area) : Sized(home_, way.x(), kLeastWidth, area);
   ShowAtPlace();
 }
 
 void MainBar::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
   const Drag drag = std::exchange(drag_, Drag::kNone);
-  if (drag == Drag::kMoving || drag == Drag::kSizing) return Remember();
+  if (drag == Drag::kMoving || drag == Drag::kSizing) {
+    Remember();
+    return Arrange();
+  }
   const QPoint point = event->position().toPoint();
   const BarLine* line = LineAt(point);
   if (drag == Drag::kPressed && line != nullptr && line->IsTimeAt(point - line->pos())) PassOn(gestures_.timeClick);
@@ -314,12 +344,9 @@ void MainBar::AddKeys() {
 void MainBar::Dock(Qt::Key edge) {
   const QRect area = Area();
   if (!CanPlaceWindows() || area.isEmpty()) return;
-  if (edge == Qt::Key_Left) home_.moveLeft(area.left());
-  if (edge == Qt::Key_Right) home_.moveRight(area.right());
-  if (edge == Qt::Key_Up) home_.moveTop(area.top());
-  if (edge == Qt::Key_Down) home_.moveBottom(area.bottom());
-  Arrange();
+  home_ = Docked(home_, edge, area);
   Remember();
+  Arrange();
 }
 
 }  // namespace vorlix

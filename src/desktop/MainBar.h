@@ -73,7 +73,11 @@ class MainBar : public QWidget, public MainDisplayView {
   void FollowScreens();
   void Arrange();
   void ShowAtPlace();
-  int FullHeight() const;
+  void PlaceLines();
+  void EndSizingByDesktop();
+  int LineHeight() const;
+  std::size_t VisibleLines() const;
+  int HeightOf(std::size_t lines) const;
   QRect Area() const;
   QRect FirstPlace() const;
   void Remember();
@@ -91,13 +95,16 @@ class MainBar : public QWidget, public MainDisplayView {
   DisplayContent content_;
   WindowPlaces* places_ = nullptr;
   BarPlace place_ = BarPlace::kShown;
-  QRect home_;  // where the whole bar stands, hidden or not
-  QRect area_;  // what it could cover when it was placed there
+  QRect wanted_;      // where a person has left it, with one line
+  QRect wantedArea_;  // what it could cover then
+  QRect home_;        // where the whole bar stands now, hidden or not
   Drag drag_ = Drag::kNone;
   QPoint pressedAt_;
   QRect homeBefore_;
   QPointer<QMenu> menu_;
   bool isOpen_ = false;
+  bool hasTray_ = false;
+  bool isSizedByDesktop_ = false;
 };
 
 }  // namespace vorlix

@@ -2,10 +2,20 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 
 #include "desktop/text.h"
 
 namespace vorlix {
+namespace {
+
+int DistanceTo(const QRect& area, const QPoint& point) {
+  const QPoint inside(std::clamp(point.x(), area.left(), std::max(area.left(), area.right())),
+                      std::clamp(point.y(), area.top(), std::max(area.top(), area.bottom())));
+  return (point - inside).manhattanLength();
+}
+
+}  // namespace
 
 bool CanPlaceWindows() {
   return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
@@ -31,9 +41,10 @@ QPoint CornerOf(const WindowPlace& place) {
 }
 
 QRect AreaAt(const QPoint& point) {
-  const QScreen* screen = QGuiApplication::screenAt(point);
-  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-  return screen == nullptr ? QRect() : screen->availableGeometry();
+  const auto screens = QGuiApplication::screens();
+  const auto nearest = std::ranges::min_element(
+      screens, {}, [&](const QScreen* screen) { return DistanceTo(screen->geometry(), point); });
+  return nearest == screens.end() ? QRect() : (*nearest)->availableGeometry();
 }
 
 }  // namespace vorlix

@@ -13,7 +13,7 @@ bool CanPlaceWindows();
 WindowPlace PlaceOf(const QRect& window);
 // The upper left corner. While the monitor that it was on is there, it counts from that one's corner.
 QPoint CornerOf(const WindowPlace& place);
-// What a window may cover of the screen that holds the point, or of the first; empty while all screens are off.
+// What a window may cover of the screen that holds the point, or is nearest to it; empty while all screens are off.
 QRect AreaAt(const QPoint& point);
 
 }  // namespace vorlix

@@ -47,6 +47,21 @@ TEST(BarGeometryTest, WithoutAScreenItStaysAsItIs) {
   EXPECT_EQ(WithHeight(bar, 72, QRect()), QRect(600, 690, 400, 72));
 }
 
+TEST(BarGeometryTest, IsMadeWiderAtItsFreeEndOnly) {
+  const QRect left(0, 300, 400, 40), right(600, 300, 400, 40);
+  const std::tuple<QRect, int, QRect> rows[] = {
+      {left, 100, {0, 300, 500, 40}},
+      {left, -300, {0, 300, 240, 40}},
+      {left, 5000, {0, 300, 1000, 40}},
+      {right, -100, {500, 300, 500, 40}},
+      {right, 300, {760, 300, 240, 40}},
+      {right, -5000, {0, 300, 1000, 40}},
+      {{0, 300, 100, 40}, -50, {0, 300, 100, 40}},
+  };
+  for (const auto& [bar, way, expected] : rows)
+    EXPECT_EQ(Sized(bar, way, 240, kArea), expected) << bar.x() << " " << way;
+}
+
 TEST(BarGeometryTest, HiddenTheGripStaysAtTheOuterEdge) {
   EXPECT_EQ(StripOf(QRect(600, 690, 400, 40), 12, kArea), QRect(988, 690, 12, 40));
   EXPECT_EQ(StripOf(QRect(0, 300, 400, 40), 12, kArea), QRect(0, 300, 12, 40));
