@@ -235,15 +235,19 @@ void fMain::AttachStartUp() {
     OpenScreen();  // what it waits for is to be seen
     return InitWait();
   });
+  startUp_.Do(StartPhase::kShowTrayIcon, [this] { ShowFirstState(); });
   startUp_.Do(StartPhase::kLoadSettingsAVM, [this] { settingsStore_.LoadSettings_AVM(); });
   startUp_.Do(StartPhase::kLoadSettingsNCID, [this] { settingsStore_.LoadSettings_NCID(); });
   startUp_.Do(StartPhase::kSetSession, [this] { files_.SetSession(true); });
-  startUp_.Do(StartPhase::kDisplayResize, [this] { ShowFirstState(); });
+  startUp_.Do(StartPhase::kDisplayResize, [this] { display_.display.DisplayResize(); });
 }
 
 void fMain::AttachShutDown() {
   shutDown_.On(UnloadStep::kSaveAreaBuffer, [this](UnloadReason) { known_.numbers.SpeedBuffer_OVW_Save(); });
-  shutDown_.On(UnloadStep::kSaveSettings, [this](UnloadReason) { settingsStore_.SaveSettings_Self(); });
+  shutDown_.On(UnloadStep::kSaveSettings, [this](UnloadReason) {
+    system_.screen.KeepPlaces();
+    settingsStore_.SaveSettings_Self();
+  });
   lines_.Attach(shutDown_);
   shutDown_.On(UnloadStep::kStopTimers, [this](UnloadReason) { timers_.DisableAll(); });
   shutDown_.On(UnloadStep::kUnloadForms, [this](UnloadReason) { system_.screen.Close(); });
@@ -374,7 +378,7 @@ TypedCommands::Calls fMain::NewestCalls(std::size_t count) {
   return calls;
 }
 
-// A helper tells soon how its line stands, a driver has told already.
+// Before the sources begin, which tell how they stand themselves: a driver at once, a helper when it runs.
 void fMain::ShowFirstState() {
   system_.screen.Tell(VersionText() + ", " + LoadLangKey("Console_Label_DataFolder", "Datenordner"_ansi) + " " +
                       folders_.ProgramData());
@@ -384,7 +388,6 @@ void fMain::ShowFirstState() {
   } else {
     display_.display.DisplayUpdate(false);
   }
-  display_.display.DisplayResize();
 }
 
 }  // namespace vorlix

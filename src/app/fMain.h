@@ -29,7 +29,7 @@
 #include "screens/ErrorMessage.h"
 #include "screens/LogoFiles.h"
 #include "screens/Screen.h"
-#include "screens/SkinData.h"
+#include "screens/SkinLoader.h"
 #include "screens/TypedCommands.h"
 #include "screens/null_views.h"
 #include "services/modAll_MsgBox.h"

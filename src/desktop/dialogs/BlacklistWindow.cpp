@@ -163,8 +163,12 @@ void BlacklistWindow::OpenInput(const std::string& text, int index) {
 }
 
 void BlacklistWindow::Close() {
-  place_.Keep(*window_);
+  KeepPlace();
   window_->hide();
+}
+
+void BlacklistWindow::KeepPlace() {
+  if (window_ && window_->isVisible()) place_.Keep(*window_);
 }
 
 }  // namespace vorlix

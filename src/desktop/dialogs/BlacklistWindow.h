@@ -19,6 +19,8 @@ class BlacklistWindow : public fEditBlacklistView {
   void Attach(fEditBlacklist& presenter) { presenter_ = &presenter; }
   // Opens the window, or brings it to the front.
   void Open();
+  // Also done when the window closes.
+  void KeepPlace();
 
   void ShowLines(const std::vector<Line>& lines, int selected) override;
   void OpenInput(const std::string& text, int index) override;

@@ -165,8 +165,12 @@ void SimulationDialog::ShowState() {
   if (!window_) return;
   window_->ShowState();
   if (simulation_.IsOpen() || !window_->isVisible()) return;
-  place_.Keep(*window_);
+  KeepPlace();
   window_->hide();
+}
+
+void SimulationDialog::KeepPlace() {
+  if (window_ && window_->isVisible()) place_.Keep(*window_);
 }
 
 }  // namespace vorlix

@@ -19,6 +19,8 @@ class SimulationDialog {
 
   // Begins the simulation and opens the window, or brings it to the front.
   void Open();
+  // Also done when the window closes.
+  void KeepPlace();
   void Close();
 
  private:

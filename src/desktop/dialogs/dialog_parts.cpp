@@ -38,6 +38,14 @@ QString Marked(const QString& text, QSet<QChar>& taken) {
   return QString(text).replace("&", "&&");
 }
 
+QList<QPointer<QDialog>> OpenDialogs() {
+  QList<QPointer<QDialog>> dialogs;
+  for (QWidget* widget : QApplication::topLevelWidgets()) {
+    if (auto* dialog = qobject_cast<QDialog*>(widget); dialog && dialog->isVisible()) dialogs << dialog;
+  }
+  return dialogs;
+}
+
 }  // namespace
 
 QString DialogText(std::string_view key, std::string_view fallback) {
@@ -142,13 +150,14 @@ void OpenInFront(QWidget& window) {
   window.activateWindow();
 }
 
+void BringDialogsToFront() {
+  for (const auto& dialog : OpenDialogs())
+    OpenInFront(*dialog);
+}
+
 void CloseDialogs() {
-  // One may take others with it.
-  QList<QPointer<QDialog>> dialogs;
-  for (QWidget* widget : QApplication::topLevelWidgets()) {
-    if (auto* dialog = qobject_cast<QDialog*>(widget)) dialogs << dialog;
-  }
-  for (const auto& dialog : dialogs) {
+  for (const auto& dialog : OpenDialogs()) {
+    // One may take others with it.
     if (dialog && dialog->isVisible()) dialog->reject();
   }
 }

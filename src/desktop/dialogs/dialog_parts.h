@@ -45,6 +45,8 @@ bool RunDialog(QDialog& dialog);
 // Opens a window that the user has asked for, or brings it to the front.
 void OpenInFront(QWidget& window);
 
+// Brings every open dialog to the front.
+void BringDialogsToFront();
 // Leaves every open dialog: for the end of the program.
 void CloseDialogs();
 
