@@ -1,6 +1,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <unistd.h>
 
@@ -9,7 +10,8 @@
 #include "app/fMain.h"
 #include "console/TerminalScreen.h"
 #ifdef VORLIX_DESKTOP
-#include "desktop/DesktopHost.h"
+#include "desktop/DesktopScreen.h"
+#include "desktop/desktop_check.h"
 #endif
 #include "platform/posix/Autostart.h"
 #include "platform/posix/Capi20Library.h"
@@ -90,7 +92,7 @@ class NoLines : public CallFeedView {
 
 int RunOnDesktop(const CommandLine& line, const Folders::Surroundings& surroundings) {
   const SystemClock clock;
-  DesktopHost screen(clock, surroundings.programFolder + "/base/icons", LoadedModules);
+  DesktopScreen screen(clock, surroundings.programFolder + "/base/icons", LoadedModules);
   NoLines lines;
   return RunProgram(screen.Loop(), screen, lines, line, surroundings);
 }
@@ -98,7 +100,7 @@ int RunOnDesktop(const CommandLine& line, const Folders::Surroundings& surroundi
 
 int Run(const CommandLine& line, const Folders::Surroundings& surroundings) {
 #ifdef VORLIX_DESKTOP
-  if (!line.console && DesktopScreen::IsAvailable()) return RunOnDesktop(line, surroundings);
+  if (!line.console && IsDesktopAvailable()) return RunOnDesktop(line, surroundings);
 #endif
   return RunOnTerminal(line, surroundings);
 }

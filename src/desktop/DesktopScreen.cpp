@@ -1,164 +1,113 @@
 #include "desktop/DesktopScreen.h"
 
-#include <cerrno>
-#include <clocale>
-#include <csignal>
-#include <cstdlib>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <QThread>
+#include <cstdio>
 
-#include "desktop/icons.h"
-#include "desktop/line_menu.h"
-#include "desktop/text.h"
+#include "desktop/dialogs/dialog_parts.h"
+#include "desktop/placing.h"
 #include "services/ansi.h"
 #include "services/modLanguage.h"
+#include "services/text.h"
 
 namespace vorlix {
+
+// What exists only while the program stands behind the screen.
+struct DesktopScreen::Windows {
+  explicit Windows(const Program& parts)
+      : program(parts),
+        places(parts.settings),
+        simulation(parts.simulation, {parts.settings.Dimensions.CallSimLeft, parts.settings.Dimensions.CallSimTop,
+                                      parts.settings.Dimensions.CallSimWidth, parts.settings.Dimensions.CallSimHeight}),
+        blacklistWindow({parts.settings.Dimensions.BlacklistLeft, parts.settings.Dimensions.BlacklistTop,
+                         parts.settings.Dimensions.BlacklistWidth, parts.settings.Dimensions.BlacklistHeight}),
+        blacklist({blacklistWindow, parts.blacklist, parts.settingsStore, parts.messages}) {
+    blacklistWindow.Attach(blacklist);
+    program.blacklist.ReloadWindow([this] {
+      if (blacklist.IsOpen()) blacklist.LoadBlackList();
+    });
+  }
+  ~Windows() { program.blacklist.ReloadWindow({}); }
+  Windows(const Windows&) = delete;
+  Windows& operator=(const Windows&) = delete;
+
+  std::string AboutNow() const {
+    AboutFacts facts = program.about;
+    facts.lines = program.lineStates();
+    facts.toolkit = DesktopViews::Toolkit();
+    return AboutText(facts);
+  }
+
+  Program program;
+  StoredPlaces places;
+  SimulationDialog simulation;
+  BlacklistWindow blacklistWindow;
+  fEditBlacklist blacklist;
+  AboutBox about;
+};
+
 namespace {
 
-// The toolkit keeps references to both.
-int argumentCount = 1;
-char programName[] = "vorlix";
-char* argumentList[] = {programName, nullptr};
+// Where there is no tray, to look for one is to wait for the X server.
+constexpr unsigned kTicksBetweenTrays = 10;
 
-constexpr const char* kNoSharedMemory = "QT_XCB_NO_MITSHM";
-
-// Over memory that it shares with an X server the toolkit waits for the server at each repaint, and the clock is
-// repainted each second. The variable is read once; programs that this one starts do not get it.
-int& CountWithoutSharedMemory() {
-  setenv(kNoSharedMemory, "1", 1);
-  return argumentCount;
-}
-
-bool IsSet(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value != nullptr && *value != '\0';
-}
-
-void EndSilently(QtMsgType type, const QMessageLogContext&, const QString&) {
-  if (type == QtFatalMsg) _exit(1);
-}
-
-// The system ends this process then, wherever it hangs.
-void EndAfter(std::chrono::seconds limit) {
-  std::signal(SIGALRM, SIG_DFL);
-  sigset_t alarms;
-  sigemptyset(&alarms);
-  sigaddset(&alarms, SIGALRM);
-  sigprocmask(SIG_UNBLOCK, &alarms, nullptr);
-  alarm(static_cast<unsigned>(limit.count()));
+DisplayFont FontOf(const Settings& settings) {
+  return {settings.FontSize.DisplayName, settings.FontSize.Display, settings.FontSize.DisplayBold};
 }
 
 }  // namespace
 
-bool DesktopScreen::IsAvailable(std::chrono::seconds patience) {
-  if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY") && !IsSet("QT_QPA_PLATFORM")) return false;
-  const pid_t child = fork();
-  if (child == 0) {
-    EndAfter(patience);
-    qInstallMessageHandler(EndSilently);
-    const QGuiApplication application(argumentCount, argumentList);
-    _exit(QGuiApplication::primaryScreen() != nullptr ? 0 : 1);
-  }
-  int status = 0;
-  while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return child > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
-// The toolkit makes the user's locale the program's; of that only the way of letters is wanted, for typing. Numbers and
-// dates in the data files are the same everywhere.
-DesktopScreen::Application::Application() : QApplication(CountWithoutSharedMemory(), argumentList) {
-  unsetenv(kNoSharedMemory);
-  for (const int category : {LC_NUMERIC, LC_TIME, LC_COLLATE, LC_MONETARY, LC_MESSAGES})
-    std::setlocale(category, "C");
-  setQuitOnLastWindowClosed(false);
-  setApplicationName(QStringLiteral("vorlix"));
-  setDesktopFileName(QStringLiteral("vorlix"));
-}
-
-// Whoever asks the application to quit, such as the end of the session, asks the program: it has things to put away.
-bool DesktopScreen::Application::event(QEvent* event) {
-  if (event->type() != QEvent::Quit || !sessionEnds) return QApplication::event(event);
-  PassOn(sessionEnds);
-  return true;
-}
-
-DesktopScreen::DesktopScreen(const Clock& clock, const std::string& iconFolder)
-    : loop_(clock),
-      bar_(gestures_, iconFolder, [this](QMenu& menu) { AddProgramCommands(menu); }),
-      maxi_(gestures_, bar_.Painter()),
-      tray_(gestures_, iconFolder, [this](QMenu& menu) { FillTrayMenu(menu); }) {
-  QApplication::setWindowIcon(LoadIcon(iconFolder, "vorlix"));
-}
+DesktopScreen::DesktopScreen(const Clock& clock, const std::string& iconFolder, X11ForegroundWindow::Modules modules)
+    : views_(clock, iconFolder), foreground_(std::move(modules)) {}
 
 DesktopScreen::~DesktopScreen() {
   Close();
 }
 
-std::unique_ptr<DesktopScreen::Connection> DesktopScreen::Open(const Program& program, const DisplayFont& font) {
-  gestures_ = GesturesOf(program.display, program.menu);
-  hasTray_ = tray_.IsThere();
-  maxi_.Open(program.places);
-  bar_.Open(program.places, font, hasTray_);
-  tray_.Open();
-  return std::make_unique<Connection>(*this);
+void DesktopScreen::Tell(const std::string& text) {
+  std::printf("%s\n", ToUtf8(WithoutControls(text)).c_str());
+  std::fflush(stdout);
 }
 
-void DesktopScreen::FollowTray() {
-  const bool hasTray = tray_.IsThere();
-  if (hasTray == hasTray_ || bar_.IsInUse()) return;
-  hasTray_ = hasTray;
-  tray_.Renew();
-  bar_.SetTray(hasTray);
-  if (hasTray || bar_.isVisible()) return;
-  // As if the mouse had brought it: it hides again, now to where it can be reached.
-  PassOn(gestures_.mouseEntered);
-  PassOn(gestures_.mouseLeft);
+void DesktopScreen::Open(const Program& program) {
+  windows_ = std::make_unique<Windows>(program);
+  TrayMenu& menu = program.menu;
+  menu.Bind(MenuCommand::kSimulation, [this] { windows_->simulation.Open(); });
+  menu.Bind(MenuCommand::kBlacklist, [this] { windows_->blacklistWindow.Open(); });
+  menu.Bind(MenuCommand::kAbout, [this] { windows_->about.Open(windows_->AboutNow()); });
+  menu.Bind(MenuCommand::kQuit, program.quit);
+  views_.Open({program.display, menu, windows_->places}, FontOf(program.settings));
+  if (CanPlaceWindows()) return;
+  program.settingsStore.NotePlaces(LoadLangKey(
+      "Settings_Info_Wayland",
+      "Unter Wayland bestimmt der Desktop, wo die Fenster stehen: ...Left und ...Top gelten dort nicht."_ansi));
+}
+
+void DesktopScreen::ComeForward() {
+  if (views_.IsOpen()) return views_.Activate();
+  BringDialogsToFront();  // the first questions
+}
+
+void DesktopScreen::Tick() {
+  if (!views_.IsOpen() || ++ticks_ % kTicksBetweenTrays != 0) return;
+  views_.FollowTray();
+}
+
+void DesktopScreen::KeepPlaces() {
+  if (!windows_) return;
+  views_.Maxi().KeepPlace();
+  windows_->simulation.KeepPlace();
+  windows_->blacklistWindow.KeepPlace();
 }
 
 void DesktopScreen::Close() {
-  gestures_ = {};
-  tray_.Withdraw();
-  maxi_.Withdraw();
-  bar_.Withdraw();
-}
-
-void DesktopScreen::FillTrayMenu(QMenu& menu) {
-  AddCalls(menu, bar_.Content(), gestures_);
-  if (bar_.Place() != BarPlace::kShown) {
-    menu.addAction(ToMenuText(LoadLangKey("Display_Menu_ShowBar", "Anzeige einblenden"_ansi)), &menu,
-                   [this] { PassOn(gestures_.toggle); });
-  }
-  AddProgramCommands(menu);
-}
-
-void DesktopScreen::AddProgramCommands(QMenu& menu) {
-  if (maxi_.isVisible()) menu.addAction(ToMenuText(CloseMaxiText()), &menu, [this] { maxi_.CloseByHand(); });
-  AddCommands(menu, gestures_);
-}
-
-std::string DesktopScreen::Toolkit() {
-  return std::string("Qt ") + qVersion();
-}
-
-DisplayGestures GesturesOf(CallerDisplay& display, TrayMenu& menu) {
-  DisplayClicks& clicks = display.clicks;
-  return {
-      .doubleClick = [&clicks](std::size_t line) { clicks.DisplayDblClickAction(line); },
-      .hangUp = [&clicks](std::size_t line) { clicks.HangUpClick(line); },
-      .blacklist = [&clicks](std::size_t line) { clicks.BlacklistClick(line); },
-      .timeClick = [&clicks] { clicks.TimeClick(); },
-      .bell = [&clicks] { clicks.BellClick(); },
-      .mouseEntered = [&display] { display.hiding.MouseEntered(); },
-      .mouseLeft = [&display] { display.hiding.MouseLeft(); },
-      .toggle = [&display] { display.hiding.Toggle(); },
-      .trayClick = [&clicks] { clicks.TrayClick(); },
-      .balloonDismissed = [&display] { display.tray.BalloonDismissed(); },
-      .maxiClosed = [&display] { display.maxi.Closed(); },
-      .menuItems = [&menu] { return menu.Items(); },
-      .runCommand = [&menu](MenuCommand command) { menu.Run(command); },
-  };
+  // A page or box that waits for its user runs a loop of its own: the program's end must end that too.
+  boxes_.Withdraw();
+  CloseDialogs();
+  if (!windows_) return;
+  windows_->simulation.Close();
+  views_.Close();
+  // What has just been answered returns into its window when this call is over.
+  if (QThread::currentThread()->loopLevel() == 0) windows_.reset();
 }
 
 }  // namespace vorlix

@@ -52,7 +52,7 @@ X11ForegroundWindow::Display X11ForegroundWindow::ToolkitsDisplay() {
 }
 
 ForegroundWindow::State X11ForegroundWindow::Read() {
-  return Trapped("X11ForegroundWindow_Read", [&]() -> State {
+  return Trapped("X11ForegroundWindow.Read", [&]() -> State {
     xcb_connection_t* const connection = display_.connection();
     if (connection == nullptr) return {};
     if (!library_) library_ = display_.library();

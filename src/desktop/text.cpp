@@ -21,7 +21,11 @@ std::string FromQString(const QString& text) {
 QString ToTip(std::string_view ansi) {
   if (ansi.empty()) return {};
   const QString text = ToQString(ansi).remove(QLatin1Char('\r')).toHtmlEscaped();
-  return "<p style=\"white-space:nowrap\">" + QString(text).replace(QLatin1Char('\n'), QLatin1String("<br>")) + "</p>";
+  return "<p style=\"white-space:nowrap\">" +
+         QString(text)
+             .replace(QLatin1String("  "), QLatin1String("&nbsp; "))
+             .replace(QLatin1Char('\n'), QLatin1String("<br>")) +
+         "</p>";
 }
 
 QString ToMenuText(std::string_view ansi) {

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "desktop/DesktopScreen.h"
+#include "desktop/DesktopViews.h"
 #include "desktop/line_menu.h"
 #include "fakes/DesktopHands.h"
 #include "fakes/DisplayRoom.h"
@@ -24,6 +24,7 @@ class MainBarTest : public testing::Test, protected OffscreenApplication {
  protected:
   MainBarTest() {
     room.settings.General.CallMode_CAPI = true;
+    gestures = GesturesOf(room.screen, menu);
     bar.Open(places, {"no such family", 8, false}, true);
     room.Show();
   }
@@ -31,7 +32,8 @@ class MainBarTest : public testing::Test, protected OffscreenApplication {
   // A call with its stop button.
   auto Ring(int PLCI, const std::string& number, const std::string& name = {}) {
     auto call = room.Ring(PLCI, number, name);
-    room.screen.display.ButtonEnableHangUp(static_cast<int>(room.screen.display.LineCount()) - 1, 1, true);
+    room.screen.display.ButtonEnableHangUp(static_cast<int>(room.screen.display.Content().lines.size()) - 1,
+                                           HangUpMode::kStop, true);
     room.screen.display.ButtonEnableBell(0, true);
     return call;
   }
@@ -56,8 +58,6 @@ class MainBarTest : public testing::Test, protected OffscreenApplication {
   DisplayRoom<MainBar> room{gestures, kIcons, [this](QMenu& all) { AddCommands(all, gestures); }};
   TrayMenu menu{TrayMenu::Ports{.settings = room.settings, .isSimulationBarred = {}}};
   MainBar& bar = room.bar;
-  // The presenters are there only now.
-  bool connected = (gestures = GesturesOf(room.screen, menu), true);
 };
 
 TEST_F(MainBarTest, HasALineForEachCallAndGrowsByTheHeightOfALine) {
@@ -147,6 +147,19 @@ TEST_F(MainBarTest, IsDraggedToAnEdgeAndFoundThereAgain) {
   MainBar again(gestures, kIcons, {});
   again.Open(places, {}, true);
   EXPECT_EQ(again.geometry(), left);
+}
+
+TEST_F(MainBarTest, WhereItIsLeftWithTwoCallsItStandsWithOneToo) {
+  const QRect area = bar.screen()->availableGeometry();
+  Ring(1, "030123456");
+  Ring(2, "089654321");
+  const QPoint grip = bar.geometry().topLeft() + QPoint(9, 10);
+  Drag(bar, grip, QPoint(area.left() + 200, area.bottom()));
+  EXPECT_EQ(bar.geometry().bottom(), area.bottom());
+  MainBar again(gestures, kIcons, {});
+  again.Open(places, {}, true);
+  EXPECT_EQ(again.geometry().bottom(), area.bottom());
+  EXPECT_LT(again.height(), bar.height());
 }
 
 TEST_F(MainBarTest, HiddenAStripStaysOrNothingAndItComesBackWhereItWas) {
