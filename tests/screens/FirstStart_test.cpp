@@ -1,27 +1,11 @@
 #include "screens/FirstStart.h"
 
-#include <deque>
-
 #include <gtest/gtest.h>
+
+#include "fakes/ScriptedQuestions.h"
 
 namespace vorlix {
 namespace {
-
-// Answers in their order; then nobody answers any more.
-class ScriptedView : public Questions {
- public:
-  explicit ScriptedView(std::deque<std::string> answers) : answers_(std::move(answers)) {}
-  std::optional<std::string> Ask(const std::string&, const std::string& fallback) override {
-    if (answers_.empty()) return std::nullopt;
-    std::string answer = answers_.front();
-    answers_.pop_front();
-    return answer.empty() ? fallback : answer;
-  }
-  void Tell(const std::string&) override {}
-
- private:
-  std::deque<std::string> answers_;
-};
 
 TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
   struct Row {
@@ -36,7 +20,7 @@ TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
       {{"x", "9", "1", "fritz.box:1012", "", "0049", "49", "", "030", "abc", "30"}, "010 fritz.box 49 30"},
   };
   for (const Row& row : rows) {
-    ScriptedView view(row.answers);
+    ScriptedQuestions view(row.answers);
     FirstStartQuestions questions(view);
     const auto got = FirstStart(questions).Run({.routerHost = "fritz.box", .serverHost = "server"});
     ASSERT_TRUE(got.has_value()) << row.expected;
@@ -48,7 +32,7 @@ TEST(FirstStart, TurnsTheAnswersIntoSourceHostAndCodes) {
 
 TEST(FirstStart, WhatIsKnownAlreadyIsProposed) {
   const FirstStartForm known{.source = kSourceNCID, .serverHost = "server", .myVWL = "43", .myVWO = "1"};
-  ScriptedView view({"", "", "", ""});
+  ScriptedQuestions view({"", "", "", ""});
   FirstStartQuestions questions(view);
   const auto got = FirstStart(questions).Run(known);
   ASSERT_TRUE(got && got->CallMode_NCID);
@@ -58,7 +42,7 @@ TEST(FirstStart, WhatIsKnownAlreadyIsProposed) {
 TEST(FirstStart, LeavingOffAtAnyQuestionChangesNothing) {
   const std::deque<std::string> all{"1", "", "49"};
   for (std::size_t given = 0; given <= all.size(); ++given) {
-    ScriptedView view({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(given)});
+    ScriptedQuestions view({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(given)});
     FirstStartQuestions questions(view);
     EXPECT_FALSE(FirstStart(questions).Run({.routerHost = "fritz.box", .serverHost = "server"}).has_value());
   }
