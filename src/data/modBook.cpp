@@ -205,7 +205,7 @@ bool modBook::WriteBookData(bool rotate) {
         }
         const bool bookWritten = WriteOne(BookPath(), book);
         const bool foundWritten = cacheUnread_ || WriteOne(SearchCachePath(), found);
-        FileWatchBookChanged(true);
+        known_ = ports_.files.Store().Stat(BookPath());
         if (bookWritten && foundWritten) DropDeleted();
         return bookWritten && foundWritten;
       },
@@ -251,9 +251,17 @@ void modBook::DropDeleted() {
 }
 
 bool modBook::FileWatchBookChanged(bool store) {
-  const FileInfo now = ports_.files.Store().Stat(BookPath());
-  if (store) known_ = now;
-  return !store && now.IsFile() && now != known_;
+  if (!store) {
+    const FileInfo now = ports_.files.Store().Stat(BookPath());
+    return now.IsFile() && now != known_;
+  }
+  if (!IsLate()) known_ = ports_.files.Store().Stat(BookPath());
+  return false;
+}
+
+// There was no book to read, and now there is one that another program wrote.
+bool modBook::IsLate() {
+  return bookAbsent_ && FileWatchBookChanged(false) && ports_.files.Store().Stat(BookPath()).size > 0;
 }
 
 bool modBook::tmFileWatch_Timer() {
@@ -263,7 +271,8 @@ bool modBook::tmFileWatch_Timer() {
 
 // Keeps what was entered while there was no file to read, or none that could be read.
 void modBook::ReadAnew() {
-  FileWatchBookChanged(true);  // before the reading: a change that comes in between is seen at the next tick
+  known_ = ports_.files.Store().Stat(
+      BookPath());  // before the reading: a change that comes in between is seen at the next tick
   if (!ReadFiles(bookAbsent_ || bookUnread_ ? clsCollection(book_) : clsCollection())) return;
   readAnew_ = true;
   // What shows the book held the entries of before.
@@ -274,8 +283,7 @@ void modBook::ReadAnew() {
 // A book whose drive came late, or that can be read again, is not to be written over by the few entries that were made
 // without it.
 void modBook::TakeLateBook() {
-  const bool came = bookAbsent_ && FileWatchBookChanged(false) && ports_.files.Store().Stat(BookPath()).size > 0;
-  if (came || bookUnread_) ReadAnew();
+  if (IsLate() || bookUnread_) ReadAnew();
 }
 
 // Counting writes the whole book: what another program has changed since the last look must be in it.

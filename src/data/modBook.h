@@ -132,8 +132,8 @@ class modBook : public PhoneBook {
   int GetNumberData(oDataNumber& number, bool addIfMissing, bool countCall);
   void CountDialled(const std::string& number) override;
 
-  // With `store` remembers how the book's file stands, otherwise tells whether it stands differently now. A file that
-  // is gone is no change: there is nothing to read.
+  // With `store` remembers how the book's file stands, but for one that came late and is still to be read; otherwise
+  // tells whether it stands differently now. A file that is gone is no change: there is nothing to read.
   bool FileWatchBookChanged(bool store);
   // Reads the book after a change by another program. True when it was read anew since the last tick.
   bool tmFileWatch_Timer();
@@ -147,6 +147,7 @@ class modBook : public PhoneBook {
   BookItem Find(const std::string& number);
   bool ReadFiles(const clsCollection& kept);
   void ReadAnew();
+  bool IsLate();
   void TakeLateBook();
   void TakeOutsideChange();
   void TakeEntry(oDataCall& call, const oDataCall& entry);
