@@ -269,11 +269,18 @@ bool modBook::tmFileWatch_Timer() {
   return std::exchange(readAnew_, false);
 }
 
-// Keeps what was entered while there was no file to read, or none that could be read.
+// Whether what was entered without a file to read, or with one that could not be read, outlives the next reading. An
+// edit of the book that this program began takes entries out as well; a drive that came has never held them.
+bool modBook::KeepsEntries() const {
+  const bool isEdit = !BookChanged && ports_.files.Store().Stat(BookPath()).device == known_.device;
+  return bookUnread_ || (bookAbsent_ && !isEdit);
+}
+
 void modBook::ReadAnew() {
-  known_ = ports_.files.Store().Stat(
-      BookPath());  // before the reading: a change that comes in between is seen at the next tick
-  if (!ReadFiles(bookAbsent_ || bookUnread_ ? clsCollection(book_) : clsCollection())) return;
+  const bool keeps = KeepsEntries();
+  // Before the reading: a change that comes in between is seen at the next tick.
+  known_ = ports_.files.Store().Stat(BookPath());
+  if (!ReadFiles(keeps ? clsCollection(book_) : clsCollection())) return;
   readAnew_ = true;
   // What shows the book held the entries of before.
   if (ports_.refreshNewCalls) ports_.refreshNewCalls();

@@ -148,6 +148,7 @@ class modBook : public PhoneBook {
   bool ReadFiles(const clsCollection& kept);
   void ReadAnew();
   bool IsLate();
+  bool KeepsEntries() const;
   void TakeLateBook();
   void TakeOutsideChange();
   void TakeEntry(oDataCall& call, const oDataCall& entry);

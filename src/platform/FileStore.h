@@ -23,6 +23,7 @@ struct FileInfo {
   std::uint64_t size = 0;
   std::int64_t modified = 0;   // nanoseconds since 1970, UTC; only for comparing
   std::uint64_t identity = 0;  // another file under the same name has another
+  std::uint64_t device = 0;    // the drive that it lies on
   bool IsFile() const { return kind == Kind::kFile; }
   bool IsFolder() const { return kind == Kind::kFolder; }
   friend bool operator==(const FileInfo&, const FileInfo&) = default;

@@ -351,6 +351,7 @@ TEST_F(BookTest, ABookWhoseDriveComesLateIsReadBeforeItIsWritten) {
     Look("0303");  // written where the drive is to be
     EXPECT_EQ(Book(), ";0303;1;1;0;0;;" + kTail);
     ASSERT_TRUE(store.Remove(kPath));
+    store.ChangeDrive();
     store.AddFile(kPath, late);
     book.FileWatchBookChanged(true);  // as the start does after five seconds
     Look("0304");
@@ -361,6 +362,28 @@ TEST_F(BookTest, ABookWhoseDriveComesLateIsReadBeforeItIsWritten) {
   store.AddFile(kPath, "Other;0301;3;0;0;0;;");  // and from then on it is this program's
   book.CountDialled("0301");
   EXPECT_THAT(Book(), HasSubstr("Meier;0301;4;"));
+}
+
+TEST_F(BookTest, WhatIsTakenOutOfABookThatTheProgramBeganStaysOut) {
+  for (const bool isWatched : {true, false}) {
+    for (const bool isWritten : {true, false}) {  // the last call, when the user edits
+      book.BookCollection().Clear();
+      ASSERT_TRUE(store.Remove(kPath));
+      book.BookData_Read();
+      Look("0303");
+      Look("0304");
+      if (!isWritten) store.Fail(Op::kOverwrite, ENOSPC, "Vorlixbook.txt");
+      Look("0305");
+      store.FailNothing();
+      ASSERT_TRUE(store.Remove(kPath));  // an editor may put another file in its place
+      store.AddFile(kPath, "Huber;0303;1;1;0;0;;" + kTail);
+      EXPECT_EQ(isWatched && book.tmFileWatch_Timer(), isWatched);
+      book.CountDialled("0303");
+      const std::string huber = "Huber;0303;1;1;0;0;;;0;2;;;;[vcd()vcd]\r\n";
+      EXPECT_TRUE(isWritten ? Book() == huber : Book().find("0305") != std::string::npos) << Book();
+      EXPECT_THAT(Book(), StartsWith(huber));
+    }
+  }
 }
 
 }  // namespace

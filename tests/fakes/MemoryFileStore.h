@@ -43,6 +43,8 @@ class MemoryFileStore : public FileStore {
     AddFolder(Parent(Key(path)));
     Put(Key(path), std::string(bytes));
   }
+  // What is made from now on lies on another drive.
+  void ChangeDrive() { ++device_; }
   // The content of a file; empty for one that is not there.
   std::string Content(const std::string& path) const {
     const Node* node = Find(path);
@@ -65,7 +67,7 @@ class MemoryFileStore : public FileStore {
     const Node* node = Find(path);
     if (node == nullptr) return {};
     return {node->folder ? FileInfo::Kind::kFolder : FileInfo::Kind::kFile, node->bytes.size(), node->modified,
-            node->identity};
+            node->identity, node->device};
   }
   IoResult Read(const std::string& path, std::string& bytes) const override {
     bytes.clear();
@@ -136,6 +138,7 @@ class MemoryFileStore : public FileStore {
     std::string bytes;
     std::int64_t modified = 0;
     std::uint64_t identity = 0;
+    std::uint64_t device = 0;
   };
   struct Fault {
     Operation operation;
@@ -167,6 +170,7 @@ class MemoryFileStore : public FileStore {
   Node& NewNode(const std::string& key) {
     Node& node = nodes_[key];
     node.identity = ++lastIdentity_;
+    node.device = device_;
     node.modified = ++lastModified_;
     return node;
   }
@@ -210,6 +214,7 @@ class MemoryFileStore : public FileStore {
   std::map<std::string, Node> nodes_;
   mutable std::vector<Fault> faults_;
   std::uint64_t lastIdentity_ = 0;
+  std::uint64_t device_ = 1;
   std::int64_t lastModified_ = 0;
 };
 

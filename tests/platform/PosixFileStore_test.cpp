@@ -123,6 +123,12 @@ TYPED_TEST(FileStoreContract, StatNoticesAWriteAndAnotherFileUnderTheSameName) {
 
 using PosixFileStoreTest = FileStoreContract<PosixFileStore>;
 
+TEST_F(PosixFileStoreTest, EachDriveHasItsDevice) {
+  Put("a", "x");
+  EXPECT_EQ(store.Stat(At("a")).device, store.Stat(folder.Path()).device);
+  EXPECT_NE(store.Stat(At("a")).device, store.Stat("/proc").device);
+}
+
 TEST_F(PosixFileStoreTest, KeepsNewFilesAndFoldersPrivateAndNamesThemInUtf8) {
   const std::string name("M\xFCller \x80");
   Put(name, "x");

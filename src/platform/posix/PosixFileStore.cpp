@@ -149,6 +149,7 @@ FileInfo PosixFileStore::Stat(const std::string& path) const {
   if (result.kind == FileInfo::Kind::kMissing) return result;
   result.size = static_cast<std::uint64_t>(info.st_size);
   result.modified = std::int64_t{info.st_mtim.tv_sec} * 1'000'000'000 + info.st_mtim.tv_nsec;
+  result.device = info.st_dev;
   result.identity = info.st_ino ^ (std::uint64_t{info.st_dev} << 48);
   return result;
 }
