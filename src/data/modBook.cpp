@@ -277,6 +277,7 @@ bool modBook::KeepsEntries() const {
 }
 
 void modBook::ReadAnew() {
+  if (reading_ != nullptr) return;  // the change stays to be seen behind the question that is open
   const bool keeps = KeepsEntries();
   // Before the reading: a change that comes in between is seen at the next tick.
   known_ = ports_.files.Store().Stat(BookPath());

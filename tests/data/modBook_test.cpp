@@ -341,6 +341,21 @@ TEST_F(BookTest, ACallDuringAQuestionDoesNotWriteHalfABook) {
   EXPECT_THAT(progress.shown, ElementsAre("lade Telefonbuch... 1", "lade Telefonbuch... 2"));
 }
 
+TEST_F(BookTest, AChangeDuringAQuestionIsReadBehindIt) {
+  const std::string twice = ";0302;3;0;0;0;x;\r\n;0302;3;0;0;0;y;\r\n";
+  Read("Meier;0301;3;0;0;0;;");
+  store.AddFile(kPath, twice);
+  doubles.meanwhile = [&] {  // the user puts it right in an editor, and somebody calls
+    store.AddFile(kPath, ";0302;3;0;0;0;z;");
+    Look("0301");
+    EXPECT_FALSE(book.tmFileWatch_Timer());
+  };
+  EXPECT_TRUE(book.tmFileWatch_Timer());
+  EXPECT_EQ(Entry("0302")->Address(), "x");
+  EXPECT_TRUE(book.tmFileWatch_Timer());
+  EXPECT_EQ(Entry("0302")->Address(), "z");
+}
+
 TEST_F(BookTest, ABookWhoseDriveComesLateIsReadBeforeItIsWritten) {
   const std::string late = "Meier;0301;3;0;0;0;;" + kTail;
   for (const bool isEmpty : {true, false}) {  // a file that another program begins, or none
