@@ -257,6 +257,12 @@ void fMain::AttachShutDown() {
     system_.serviceLink.Close();
     system_.loop.Quit();
   });
+  // What the start has not loaded is not to be saved: an end during the first questions leaves nothing behind.
+  for (const auto& [step, phase] : {std::pair{UnloadStep::kSaveAreaBuffer, StartPhase::kNumberCache},
+                                    {UnloadStep::kSaveSettings, StartPhase::kLoadSetting},
+                                    {UnloadStep::kEndSession, StartPhase::kSetSession}}) {
+    shutDown_.When(step, [this, begun = phase] { return startUp_.HasRun(begun); });
+  }
 }
 
 // One copy for each data folder: the endpoint's name is made of the folder's.

@@ -57,7 +57,9 @@ void ShutDown::Run(UnloadReason reason) {
   Trace("Unloading ok");
   for (const StepRow& row : kSteps) {
     if (row.trace != nullptr) Trace(row.trace);
-    if (const auto job = jobs_.find(row.step); job != jobs_.end()) {
+    const auto condition = conditions_.find(row.step);
+    const bool isWanted = condition == conditions_.end() || condition->second();
+    if (const auto job = jobs_.find(row.step); isWanted && job != jobs_.end()) {
       Trapped(
           "fMain.Form_Unload", [&] { job->second(reason); }, row.trace == nullptr ? "" : row.trace);
     }

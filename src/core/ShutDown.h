@@ -41,6 +41,8 @@ class ShutDown {
   void Request(UnloadReason reason);
 
   void On(UnloadStep step, Job job) { jobs_[step] = std::move(job); }
+  // A step's job runs only where this holds.
+  void When(UnloadStep step, std::function<bool()> condition) { conditions_[step] = std::move(condition); }
   // Runs the steps; a second call, from a second signal, does nothing.
   void Run(UnloadReason reason);
 
@@ -52,6 +54,7 @@ class ShutDown {
   std::function<bool()> unloadPendingBook_;
   UnloadReason reason_ = UnloadReason::kUser;
   std::map<UnloadStep, Job> jobs_;
+  std::map<UnloadStep, std::function<bool()>> conditions_;
   bool running_ = false;
 };
 

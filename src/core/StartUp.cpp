@@ -1,5 +1,6 @@
 #include "core/StartUp.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -92,13 +93,18 @@ bool StartUp::Continue() {
   while (next_ < std::size(kPhases)) {
     // A phase may let the loop run, and the program close meanwhile.
     if (isClosing_ && isClosing_()) return false;
-    const StartResult result = RunPhase(next_++);
+    const StartResult result = RunPhase(next_);
+    ++next_;
     if (result == StartResult::kEnd) return false;
     if (result == StartResult::kWait) return true;
   }
   watch_.StopWatchAndMsg();
   complete_ = true;
   return true;
+}
+
+bool StartUp::HasRun(StartPhase phase) const {
+  return std::ranges::find(kPhases, phase, &PhaseRow::phase) < kPhases + next_;
 }
 
 StartResult StartUp::RunPhase(std::size_t index) {

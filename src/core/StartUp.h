@@ -93,6 +93,8 @@ class StartUp {
   // runs the rest later.
   bool Run();
   bool Continue();
+  // True once that phase is over.
+  bool HasRun(StartPhase phase) const;
   // True once the last phase has run.
   bool IsComplete() const { return complete_; }
 

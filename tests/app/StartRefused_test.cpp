@@ -20,25 +20,30 @@ TEST(StartRefused, WithoutAnEndpointTheProgramSaysWhyAndFails) {
 }
 
 TEST(StartRefused, ASignalEndsTheQuestionsOfAFirstStartAndNothingIsWritten) {
-  const TemporaryFolder folder;
-  int terminal = -1;
-  const pid_t program = forkpty(&terminal, nullptr, nullptr, nullptr);
-  if (program == 0) {
-    execl(VORLIX_BIN "/vorlix", "vorlix", "--data", folder.Path().c_str(), nullptr);
-    _exit(127);
+  for (const bool isOnDesktop : {false, true}) {
+    const TemporaryFolder folder;
+    const TemporaryVariable platform("QT_QPA_PLATFORM", "offscreen");
+    int terminal = -1;
+    const pid_t program = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (program == 0) {
+      execl(VORLIX_BIN "/vorlix", "vorlix", "--data", folder.Path().c_str(), isOnDesktop ? nullptr : "--console",
+            nullptr);
+      _exit(127);
+    }
+    std::string shown;
+    char byte = 0;
+    while (!isOnDesktop && !shown.ends_with("[1]") && read(terminal, &byte, 1) == 1)
+      shown += byte;
+    if (isOnDesktop) usleep(1'500'000);        // nobody sees the page come
+    ASSERT_EQ(write(terminal, "\x03", 1), 1);  // Ctrl-C
+    while (read(terminal, &byte, 1) == 1)
+      shown += byte;
+    int status = -1;
+    waitpid(program, &status, 0);
+    close(terminal);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << shown;
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
   }
-  std::string shown;
-  char byte = 0;
-  while (!shown.ends_with("[1]") && read(terminal, &byte, 1) == 1)
-    shown += byte;
-  ASSERT_EQ(write(terminal, "\x03", 1), 1);  // Ctrl-C
-  while (read(terminal, &byte, 1) == 1)
-    shown += byte;
-  int status = -1;
-  waitpid(program, &status, 0);
-  close(terminal);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << shown;
-  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
 }  // namespace

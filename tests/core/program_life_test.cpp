@@ -55,14 +55,15 @@ TEST(StartUp, APhaseMayEndTheProgramOrWaitWithoutHoldingTheLoop) {
   StartUp waiting(loop);
   std::unique_ptr<StartWait> wait;
   waiting.On(StartPhase::kInitWait, [&] {
+    EXPECT_TRUE(waiting.HasRun(StartPhase::kTimers) && !waiting.HasRun(StartPhase::kInitWait));
     wait = std::make_unique<StartWait>(loop, seconds(30), [&] { waiting.Continue(); });
     return StartResult::kWait;
   });
   EXPECT_TRUE(waiting.Run());
   loop.Advance(seconds(29));
-  EXPECT_FALSE(waiting.IsComplete());
+  EXPECT_FALSE(waiting.IsComplete() || waiting.HasRun(StartPhase::kShowTrayIcon));
   loop.Advance(seconds(2));
-  EXPECT_TRUE(waiting.IsComplete());
+  EXPECT_TRUE(waiting.IsComplete() && waiting.HasRun(StartPhase::kDisplayResize));
 }
 
 TEST(ShutDown, RunsItsStepsInOrderOnceAndBehindAPendingBook) {
@@ -78,6 +79,9 @@ TEST(ShutDown, RunsItsStepsInOrderOnceAndBehindAPendingBook) {
   end.On(UnloadStep::kReleaseCAPI,
          [&](UnloadReason why) { steps += why == UnloadReason::kSystem ? "CAPI " : "user "; });
   end.On(UnloadStep::kSaveSettings, [&](UnloadReason) { throw Fault(70, "disk"); });
+  end.On(UnloadStep::kSaveAreaBuffer, [&](UnloadReason) { steps += "buffer "; });
+  end.When(UnloadStep::kSaveAreaBuffer, [] { return false; });
+  end.When(UnloadStep::kEndSession, [] { return true; });
   end.Request(UnloadReason::kSystem);
   EXPECT_TRUE(state.ExitInProgress);
   EXPECT_EQ(steps, "");
