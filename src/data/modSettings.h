@@ -68,9 +68,10 @@ class modSettings {
   // Tells whoever edits the file why the places of the windows mean nothing on this desktop.
   void NotePlaces(const std::string& why) { ports_.ini.SetComment("Dimensions", why); }
 
-  // True when no settings were ever saved: this is a first start. Lost ones are none: where the backup holds a version
-  // and the file does not, the backup takes its place, and a faulty file is put aside; CheckConfigFile() tells of it.
-  // An empty file that has a backup is left to that check.
+  // True when the program has saved no settings yet, whatever somebody has written beforehand: this is a first start.
+  // Lost ones are none: where the backup holds a version and the file is missing or holds no entry, the backup takes
+  // its place, and a faulty file is put aside; CheckConfigFile() tells of it. An empty file that has a backup is left
+  // to that check.
   bool IsFirstStart();
 
   // The start's check of the settings file: WriteCheck() looks how it stands and puts the present moment into it,
@@ -105,6 +106,7 @@ class modSettings {
   std::string BackupPath() const { return Path() + ".bak"; }
   bool HasBackup() const { return ports_.files.Stat(BackupPath()).IsFile(); }
   bool HoldsVersion(const std::string& path) const;
+  bool HoldsSettings() const;
   bool KeepsBackup() const;
   Restored Restore();
   std::string FreeNameAside() const;

@@ -39,16 +39,23 @@ bool modSettings::HoldsVersion(const std::string& path) const {
   return !ports_.files.Read(path, text) || !IniDocument(text).Get("Vorlix-Version", "Version").value_or("").empty();
 }
 
+// Whether somebody has set anything in the file; the mark of the start's check is nobody's.
+bool modSettings::HoldsSettings() const {
+  std::string text;
+  return ports_.files.Read(Path(), text) && IniDocument(text).HasEntriesBeside("FileCheck");
+}
+
 bool modSettings::KeepsBackup() const {
   return (isFresh_ || settings_.FileCheck.KeepBackup) && HoldsVersion(BackupPath());
 }
 
 bool modSettings::IsFirstStart() {
   return Trapped("modSettings.IsFirstStart", [&] {
-    if (HoldsVersion(Path())) return false;
+    isFresh_ = !HoldsVersion(Path());
+    if (!isFresh_) return false;
     const FileInfo info = ports_.files.Stat(Path());
     if (info.IsFile() && info.size == 0) return !HasBackup();
-    if (!HoldsVersion(BackupPath())) return true;
+    if (HoldsSettings() || !HoldsVersion(BackupPath())) return true;
     restored_ = Restore();
     return false;
   });

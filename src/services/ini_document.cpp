@@ -63,6 +63,12 @@ std::string IniDocument::Text() const {
   return mark_ + Join(lines_, {});
 }
 
+bool IniDocument::HasEntriesBeside(std::string_view section) const {
+  const std::string own = EntryKey(section, {});
+  return std::ranges::any_of(
+      entries_, [&](const auto& entry) { return !entry.first.starts_with(own) && !entry.first.starts_with('\n'); });
+}
+
 void IniDocument::Index() {
   entries_.clear();
   sectionEnds_.clear();

@@ -39,6 +39,9 @@ class IniDocument {
   // Keys of a section in file order, with their values.
   std::vector<std::pair<std::string, std::string>> Section(std::string_view section) const;
 
+  // Whether any section but that one has an entry. What stands ahead of the first section belongs to none.
+  bool HasEntriesBeside(std::string_view section) const;
+
   std::string Text() const;
 
  private:

@@ -294,6 +294,20 @@ TEST_F(SettingsTest, LostSettingsComeBackFromTheirBackup) {
   EXPECT_EQ(store.Content(kFile + std::string(".defekt2")), cut);
 }
 
+TEST_F(SettingsTest, WhatSomebodyWroteBeforehandIsProposedWhateverTheBackupHolds) {
+  const std::string mark = "[FileCheck]\r\nCheck=1\r\n";
+  for (const std::string& written : {"[General]\r\nmyVWL=43\r\n" + mark, std::string("[MSN]\n0=1;a"), mark}) {
+    store.AddFile(kFile + std::string(".bak"), "[Vorlix-Version]\r\nVersion=v3.00\r\n[General]\r\nmyVWL=1\r\n");
+    File(written);
+    EXPECT_EQ(module.IsFirstStart(), written != mark) << written;
+    EXPECT_EQ(File() == written, written != mark) << written;
+    module.LoadSetting();
+    module.SaveVersion();
+    EXPECT_TRUE(Start());
+    EXPECT_THAT(backups, IsEmpty()) << written;
+  }
+}
+
 TEST_F(SettingsTest, TheBackupOfLostSettingsIsNotReplacedByNewOnes) {
   const std::string backup = kFile + std::string(".bak");
   for (const bool isEmpty : {true, false}) {
