@@ -98,8 +98,9 @@ class modSettings {
   void TellPrefixNote();
   void TellNewVersion(const std::string& former);
   struct Restored {
+    bool wasThere = false;  // a faulty file
     bool done = false;
-    std::string putAside;  // where the faulty file is now; empty when there was none
+    std::string putAside;  // where that file is now; empty when it stands where it stood
   };
 
   std::string Path() const { return ports_.folders.GetMainPath({}); }

@@ -62,13 +62,16 @@ bool modSettings::IsFirstStart() {
 }
 
 modSettings::Restored modSettings::Restore() {
-  Restored restored;
-  if (ports_.files.Stat(Path()).IsFile()) restored.putAside = FreeNameAside();
+  Restored restored{.wasThere = ports_.files.Stat(Path()).IsFile(), .done = false, .putAside = {}};
+  const std::string aside = FreeNameAside();
   IoResult result;
-  if (!restored.putAside.empty()) result = ports_.files.Rename(Path(), restored.putAside);
+  if (restored.wasThere) result = ports_.files.Rename(Path(), aside);
+  if (result && restored.wasThere) restored.putAside = aside;
   if (result) result = ports_.files.Copy(BackupPath(), Path(), false);
   if (!result) ErrorHandling().ErrorLogNew("modSettings.Restore", {}, result.error, result.text);
   restored.done = static_cast<bool>(result);
+  // What was not replaced stands where it stood.
+  if (!restored.done && !restored.putAside.empty() && ports_.files.Rename(aside, Path())) restored.putAside.clear();
   return restored;
 }
 
@@ -117,14 +120,13 @@ void modSettings::BackUp() {
 }
 
 void modSettings::TellRestored(const Restored& restored) {
-  const bool wasThere = !restored.putAside.empty();
   std::vector<std::string> lines{
-      wasThere ? LoadLangKey("Message_ConfigFileFault", "Die Konfigurationsdatei ist fehlerhaft!"_ansi)
-               : LoadLangKey("Message_ConfigFileMissing", "Die Konfigurationsdatei fehlt!"_ansi),
+      restored.wasThere ? LoadLangKey("Message_ConfigFileFault", "Die Konfigurationsdatei ist fehlerhaft!"_ansi)
+                        : LoadLangKey("Message_ConfigFileMissing", "Die Konfigurationsdatei fehlt!"_ansi),
       restored.done ? LoadLangKey("Message_ConfigFileRestored",
                                   "Die Einstellungen wurden aus der Sicherung wiederhergestellt!"_ansi)
                     : BackupAdvice()};
-  if (restored.done && wasThere) {
+  if (!restored.putAside.empty()) {
     lines.push_back(LoadLangKey("Message_FaultFileMoved", "Die fehlerhafte Datei liegt jetzt in:"_ansi));
     lines.push_back(restored.putAside);
   }

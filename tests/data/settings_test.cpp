@@ -308,6 +308,22 @@ TEST_F(SettingsTest, WhatSomebodyWroteBeforehandIsProposedWhateverTheBackupHolds
   }
 }
 
+TEST_F(SettingsTest, AFaultyFileThatIsNotReplacedStaysOrTheUserIsToldWhereItIs) {
+  const std::string backup = kFile + std::string(".bak"), aside = kFile + std::string(".defekt"), faulty(300, '\0');
+  store.AddFile(backup, "[Vorlix-Version]\r\nVersion=v3.00\r\n");
+  for (const std::string stuck : {"Vorlix.ini", "", ".defekt"}) {  // what cannot be moved
+    File(faulty);
+    boxes.shown.clear();
+    store.Fail(Op::kCopy, ENOSPC);
+    if (!stuck.empty()) store.Fail(Op::kRename, EACCES, stuck);
+    EXPECT_FALSE(module.IsFirstStart());
+    store.FailNothing();
+    EXPECT_EQ(store.Content(stuck == ".defekt" ? aside : kFile), faulty) << stuck;
+    EXPECT_TRUE(Start());
+    EXPECT_EQ(boxes.shown.back().find(aside) != std::string::npos, stuck == ".defekt") << stuck;
+  }
+}
+
 TEST_F(SettingsTest, TheBackupOfLostSettingsIsNotReplacedByNewOnes) {
   const std::string backup = kFile + std::string(".bak");
   for (const bool isEmpty : {true, false}) {
