@@ -194,8 +194,7 @@ void modSettings::SaveOwnPrefix(const std::string& myVWL, const std::string& myV
   SaveKeys("General", "myVW");
 }
 
-// A file that was begun anew beside the backup of lost settings stays marked as such: the next start is not to make it
-// the backup.
+// A file that was begun anew beside the backup of lost settings is marked as such until that backup is put aside.
 void modSettings::SaveVersion() {
   ports_.ini.SetSettStr(kVersionSection, "Version", ProgramVersionText());
   if (KeepsBackup()) ports_.ini.SetSettStr("FileCheck", "KeepBackup", "1");

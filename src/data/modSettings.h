@@ -77,7 +77,7 @@ class modSettings {
   // The start's check of the settings file: WriteCheck() looks how it stands and puts the present moment into it,
   // LoadSetting() reads it back, and CheckConfigFile() compares the two. False for a file that cannot be written; a
   // broken one, which was empty, is deleted, a good one backed up where the settings want backups at the start. A
-  // backup that holds a version is kept as long as the file has not come out of it.
+  // backup that holds a version, and that the file has not come out of, is put aside first, and the user is told where.
   std::string WriteCheck();
   bool CheckConfigFile(const std::string& written, const std::string& read);
 
@@ -110,10 +110,11 @@ class modSettings {
   bool HoldsSettings() const;
   bool KeepsBackup() const;
   Restored Restore();
-  std::string FreeNameAside() const;
+  std::string FreeName(const std::string& ending) const;
   void TellRestored(const Restored& restored);
   void RemoveBrokenFile();
   void BackUp();
+  bool PutBackupAside();
 
   Ports ports_;
   Settings& settings_;

@@ -63,7 +63,7 @@ bool modSettings::IsFirstStart() {
 
 modSettings::Restored modSettings::Restore() {
   Restored restored{.wasThere = ports_.files.Stat(Path()).IsFile(), .done = false, .putAside = {}};
-  const std::string aside = FreeNameAside();
+  const std::string aside = FreeName(".defekt");
   IoResult result;
   if (restored.wasThere) result = ports_.files.Rename(Path(), aside);
   if (result && restored.wasThere) restored.putAside = aside;
@@ -76,10 +76,10 @@ modSettings::Restored modSettings::Restore() {
 }
 
 // Beside the file, under a name that nothing else has.
-std::string modSettings::FreeNameAside() const {
-  std::string name = Path() + ".defekt";
+std::string modSettings::FreeName(const std::string& ending) const {
+  std::string name = Path() + ending;
   for (int number = 2; ports_.files.Stat(name) != FileInfo(); ++number) {
-    name = Path() + ".defekt" + std::to_string(number);
+    name = Path() + ending + std::to_string(number);
   }
   return name;
 }
@@ -105,7 +105,7 @@ bool modSettings::CheckConfigFile(const std::string& written, const std::string&
     }
     if (wasEmpty_) {
       RemoveBrokenFile();
-    } else if (!restored && !KeepsBackup()) {
+    } else if (!restored) {
       BackUp();
     }
     return true;
@@ -114,9 +114,25 @@ bool modSettings::CheckConfigFile(const std::string& written, const std::string&
 
 void modSettings::BackUp() {
   if (!settings_.General.BackupAtStartUp || settings_.General.BackupCount < 1 || !ports_.backup) return;
+  if (KeepsBackup() && !PutBackupAside()) return;
   isFresh_ = settings_.FileCheck.KeepBackup = false;
   ports_.ini.DeleteKey("FileCheck", "KeepBackup");
   ports_.backup(Path());
+}
+
+// The backup of lost settings outlives that of the new ones.
+bool modSettings::PutBackupAside() {
+  const std::string aside = FreeName(".frueher");
+  const IoResult moved = ports_.files.Rename(BackupPath(), aside);
+  if (!moved) {
+    ErrorHandling().ErrorLogNew("modSettings.PutBackupAside", {}, moved.error, moved.text);
+    return false;
+  }
+  ports_.messages.MsgBoxNew(
+      Lines(
+          {LoadLangKey("Message_BackupMoved", "Die Sicherung der früheren Einstellungen liegt jetzt in:"_ansi), aside}),
+      kMsgInformation);
+  return true;
 }
 
 void modSettings::TellRestored(const Restored& restored) {

@@ -43,7 +43,7 @@ TEST_F(LostFiles, SettingsComeBackFromTheirBackupOrWaitInIt) {
     EXPECT_THAT(Start(), HasSubstr(damaged.empty() ? "Entfernen Sie beim Umbenennen" : "wiederhergestellt!"));
     EXPECT_EQ(FileText(At("Vorlix.ini")).find("myVWO=4711") == std::string::npos, damaged.empty());
     Start();
-    EXPECT_THAT(FileText(At("Vorlix.ini.bak")), HasSubstr("myVWO=4711"));
+    EXPECT_THAT(FileText(At(damaged.empty() ? "Vorlix.ini.frueher" : "Vorlix.ini.bak")), HasSubstr("myVWO=4711"));
   }
   EXPECT_EQ(FileText(At("Vorlix.ini.defekt")), zeros);
 }

@@ -304,7 +304,7 @@ TEST_F(SettingsTest, WhatSomebodyWroteBeforehandIsProposedWhateverTheBackupHolds
     module.LoadSetting();
     module.SaveVersion();
     EXPECT_TRUE(Start());
-    EXPECT_THAT(backups, IsEmpty()) << written;
+    EXPECT_EQ(store.Exists(kFile + std::string(".bak")), written == mark) << "put aside: the proposal is no heir of it";
   }
 }
 
@@ -324,24 +324,34 @@ TEST_F(SettingsTest, AFaultyFileThatIsNotReplacedStaysOrTheUserIsToldWhereItIs) 
   }
 }
 
-TEST_F(SettingsTest, TheBackupOfLostSettingsIsNotReplacedByNewOnes) {
-  const std::string backup = kFile + std::string(".bak");
+TEST_F(SettingsTest, TheBackupOfLostSettingsIsPutAsideOnceBeforeNewOnesAreBackedUp) {
+  const std::string good = "[Vorlix-Version]\r\nVersion=v3.00\r\n", backup = kFile + std::string(".bak");
+  std::string aside = kFile + std::string(".frueher");
   for (const bool isEmpty : {true, false}) {
-    store.AddFile(backup, "[Vorlix-Version]\r\nVersion=v3.00\r\n");
+    store.AddFile(backup, good);
     File(isEmpty ? "" : "[General]\r\n");
     if (!isEmpty) store.Fail(Op::kCopy, ENOSPC);  // no room to restore it
-    for (int start = 0; start < 3; ++start) {
+    const auto start = [&](std::size_t boxesShown, std::size_t backupsMade, const std::string& told) {
+      boxes.shown.clear();
+      backups.clear();
       EXPECT_FALSE(module.IsFirstStart());
       EXPECT_TRUE(Start());
-      EXPECT_THAT(backups, IsEmpty());
-      EXPECT_THAT(boxes.shown.back(), HasSubstr("Entfernen Sie beim Umbenennen die Endung .bak!"));
+      EXPECT_THAT(backups, SizeIs(backupsMade));
+      ASSERT_THAT(boxes.shown, SizeIs(boxesShown));
+      EXPECT_THAT(Join(boxes.shown, {}), HasSubstr(told));
       module.SaveSettings_Self();
-    }
-    ASSERT_TRUE(store.Remove(backup));  // the user has settled for the new ones
-    EXPECT_TRUE(Start());
-    EXPECT_THAT(backups, SizeIs(1));
+    };
+    start(1, 0, "Entfernen Sie beim Umbenennen die Endung .bak!");
+    store.FailNothing();
+    store.Fail(Op::kRename, EACCES, ".bak", 1);
+    start(0, 0, {});
+    EXPECT_EQ(store.Content(backup), good);
+    start(1, 1, "liegt jetzt in:\r\n" + aside);
+    EXPECT_EQ(store.Content(aside), good);
+    store.AddFile(backup, good);  // that of the new ones
+    start(0, 1, {});
     EXPECT_THAT(File(), Not(HasSubstr("KeepBackup")));
-    backups.clear();
+    aside += "2";
   }
 }
 
