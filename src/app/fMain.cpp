@@ -225,7 +225,10 @@ void fMain::AttachStartUp() {
   startUp_.On(StartPhase::kCheckDirectories, [this] { return CheckFolders(); });
   startUp_.When(StartPhase::kFirstStart, [this] { return settingsStore_.IsFirstStart(); });
   startUp_.On(StartPhase::kFirstStart, [this] { return FirstStartPhase(); });
-  startUp_.Do(StartPhase::kCheckReverseOfJournal, [this] { journal_.CheckReverseOfJournal(); });
+  startUp_.Do(StartPhase::kCheckReverseOfJournal, [this] {
+    settingsStore_.LoadBackupSettings();
+    journal_.CheckReverseOfJournal();
+  });
   startUp_.Do(StartPhase::kLoadTAPIData, [this] { settingsStore_.LoadTAPIData(); });
   startUp_.Do(StartPhase::kLoadSetting, [this] { LoadSettings(); });
   startUp_.Do(StartPhase::kDisplayElementsLoad, [this] { display_.display.DisplayElementsLoad(); });

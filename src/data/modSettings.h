@@ -53,6 +53,8 @@ class modSettings {
   void SaveSettings_NCID() { SaveSection("NCID"); }
   void LoadTAPIData() { LoadSection("TAPIDial"); }
   void SaveTAPIData() { SaveSection("TAPIDial"); }
+  // How many backups there are to be; for what runs ahead of LoadSetting().
+  void LoadBackupSettings() { LoadKeys("General", "Backup"); }
   void LoadSplashSettings() { LoadKeys("General", "Splash"); }
   void SaveTimeSettings() { SaveSection("TimeControl"); }
 

@@ -35,6 +35,19 @@ TEST_F(LostFiles, StartsWithAnEmptyBookAndNoJournalPushNoGenerationOut) {
     EXPECT_EQ(FileText(At(name + std::string(".bak"))) + FileText(At(name + std::string(".b08"))), "goodoldest");
 }
 
+TEST_F(LostFiles, AJournalThatIsTurnedRoundIsBackedUpAsTheSettingsSay) {
+  const std::string lines[] = {Outgoing("01.03.2024 10:00:00", "0301", "77"),
+                               Outgoing("01.02.2024 10:00:00", "0302", "77"),
+                               Outgoing("01.01.2024 10:00:00", "0303", "77")};
+  for (const char* count : {"0", "1"}) {
+    WriteFile(At("Vorlix.ini"), settings_ + "BackupCount=" + count + "\r\nBackupAtStartUp=0\r\n");
+    WriteFile(At("Vorlixjournal.txt"), lines[0] + lines[1] + lines[2]);
+    Start();
+    EXPECT_EQ(FileText(At("Vorlixjournal.txt")), lines[2] + lines[1] + lines[0]);
+    EXPECT_EQ(FileText(At("Vorlixjournal.bak")), *count == '1' ? lines[0] + lines[1] + lines[2] : "");
+  }
+}
+
 TEST_F(LostFiles, SettingsComeBackFromTheirBackupOrWaitInIt) {
   const std::string zeros(300, '\0');
   for (const std::string& damaged : {std::string(), zeros}) {
