@@ -60,7 +60,7 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       menu_({settings_, [this] { return lines_.simulation.IsOpen() || HasRealCall(); }}),
       errorMessage_({files_, folders_, settings_, settingsStore_, messages_,
                      [this](const std::string& file, const std::string& argument) {
-                       return system_.processes.Start(file, {argument});
+                       return static_cast<bool>(system_.processes.Start(file, {argument}));
                      },
                      [this] { return lines_.capiSession.DriverText(); }}),
       clock_(system.loop.GetClock(), timers_, Jobs()),

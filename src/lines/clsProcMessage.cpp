@@ -1,6 +1,7 @@
 #include "lines/clsProcMessage.h"
 
 #include <charconv>
+#include <utility>
 
 #include "services/clsErrorHandling.h"
 #include "services/text.h"
@@ -29,17 +30,22 @@ bool clsProcMessage::SendMsgToProc(HelperCommand command, std::string_view text)
 
 bool clsProcMessage::StartRemoteFile() {
   return Trapped("clsProcMessage_StartRemoteFile", [&] {
-    if (path_.empty() || !files_.Stat(path_).IsFile()) return false;
+    if (path_.empty()) return false;
     std::vector<std::string> arguments{std::to_string(ownWindow_)};
     if (debug_) arguments.emplace_back("debug");
-    return processes_.Start(path_, arguments);
+    const IoResult started = processes_.Start(path_, arguments);
+    // The watchdog tries it again and again.
+    if (!std::exchange(startFailed_, !started) && startFailed_) {
+      ErrorHandling().ErrorLogForceWrite("clsProcMessage_StartRemoteFile", {}, started.error, started.text);
+    }
+    return !startFailed_;
   });
 }
 
-void clsProcMessage::TimerTick() {
-  if (!installed_ || ++tickCounter_ < kWatchdogTicks) return;
+bool clsProcMessage::TimerTick() {
+  if (!installed_ || ++tickCounter_ < kWatchdogTicks) return false;
   tickCounter_ = 0;
-  StartRemoteFile();
+  return true;
 }
 
 void clsProcMessage::LifeSign(MessageLink::Peer peer, const std::string& handle) {

@@ -42,7 +42,7 @@ bool modProcMessage::Socket_Proc_Init(int source) {
           return false;
         }
         auto& link = links_[source];
-        link = std::make_unique<clsProcMessage>(ports_.link, ports_.processes, ports_.files);
+        link = std::make_unique<clsProcMessage>(ports_.link, ports_.processes);
         link->Init(ports_.link.Own(), source, false, path);
         link->StartRemoteFile();
         return true;
@@ -72,7 +72,13 @@ bool modProcMessage::IsUp(int source) const {
 
 void modProcMessage::TimerTick() {
   for (auto& [source, link] : links_) {
-    link->TimerTick();
+    if (!link->TimerTick()) continue;
+    // One that cannot be started, or dies at once, says nothing of its line itself.
+    if (!link->IsLost) {
+      ErrorHandling().ErrorLogForceWrite("modProcMessage.TimerTick", {source}, 0, "the helper gives no life sign");
+      Lost(*link);
+    }
+    link->StartRemoteFile();
   }
 }
 
@@ -121,12 +127,14 @@ void modProcMessage::Socket_Proc_Forwarder(clsProcMessage& link, HelperCommand c
 
 void modProcMessage::Connected(clsProcMessage& link) {
   link.IsUp = true;
+  link.IsLost = false;
   const HelperFile* helper = FileOf(link.Source());
   if (helper != nullptr && helper->eventUp >= 0) ports_.events.Tell(link.Source(), helper->eventUp);
 }
 
 void modProcMessage::Lost(clsProcMessage& link) {
   link.IsUp = false;
+  link.IsLost = true;
   if (const auto receiver = receivers_.find(link.Source()); receiver != receivers_.end()) {
     receiver->second->ConnectionLost();
   }

@@ -40,7 +40,7 @@ class modProcMessage : public MessageLink::Receiver {
   // What is done when the program is started once more.
   void OnSecondStart(std::function<void()> comeForward) { comeForward_ = std::move(comeForward); }
 
-  // Starts the helper of a source; false when its file is missing.
+  // Starts the helper of a source; false when its file is missing. One that does not come up counts as lost later.
   bool Socket_Proc_Init(int source);
   // Tells every helper to end and hears none of them any more.
   void Socket_Proc_Terminate();

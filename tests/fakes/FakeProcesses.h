@@ -1,6 +1,7 @@
 // Processes with memory: starts nothing, keeps what should have been started.
 #pragma once
 
+#include <cerrno>
 #include <set>
 #include <string>
 #include <vector>
@@ -23,10 +24,10 @@ class FakeProcesses : public Processes {
   std::vector<Program> started;  // successful starts only
   std::vector<Program> refused;
 
-  bool Start(const std::string& file, const std::vector<std::string>& arguments) override {
+  IoResult Start(const std::string& file, const std::vector<std::string>& arguments) override {
     const bool good = startSucceeds && !missing.contains(file);
     (good ? started : refused).push_back({file, arguments});
-    return good;
+    return good ? IoResult{} : IoResult{EACCES, "start " + file + ": Permission denied"};
   }
 };
 

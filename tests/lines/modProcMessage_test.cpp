@@ -1,8 +1,12 @@
 #include "lines/modProcMessage.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "fakes/AttachedLog.h"
+#include "fakes/FakeClock.h"
 #include "fakes/FakeMessageLink.h"
 #include "fakes/FakeProcesses.h"
 #include "fakes/LineFakes.h"
@@ -87,6 +91,27 @@ TEST_F(modProcMessageTest, TheDeathOfAHelperThatWasUpIsALostConnection) {
   link.LosePeer(kHelper + 1);
   link.LosePeer(kHelper);
   EXPECT_THAT(Taken(), ElementsAre("event 1 of 16", "connection lost", "event 0 of 16"));
+}
+
+TEST_F(modProcMessageTest, AHelperThatDoesNotComeUpOrFallsSilentIsALostConnectionOnce) {
+  const FakeClock clock;
+  const AttachedLog log(clock);
+  for (const bool starts : {false, true}) {
+    processes.startSucceeds = starts;
+    EXPECT_TRUE(proc.Socket_Proc_Init(kSourceAVM));
+    Tick(9);
+    EXPECT_THAT(Taken(), IsEmpty());
+    Tick(21);
+    EXPECT_THAT(Taken(), ElementsAre("connection lost", "event 0 of 16"));
+  }
+  EXPECT_EQ(processes.refused.size() * 10 + processes.started.size(), 44u);
+  EXPECT_THAT(log.Errors(), testing::HasSubstr("start /opt/vorlix/SocketAVM: Permission denied"));
+  Say(kHelperLifeSign, "815");
+  Say(kHelperConnected);
+  Tick(30);
+  EXPECT_THAT(Taken(), ElementsAre("event 1 of 16", "connection lost", "event 0 of 16"));
+  const std::string errors = log.Errors();  // the start that failed, and each of three silences
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 4);
 }
 
 TEST_F(modProcMessageTest, TerminateTellsTheHelperToEndAndHearsItNoMore) {

@@ -62,6 +62,7 @@ TEST_F(PosixProcessesTest, TellsWhatCannotBeStarted) {
   for (const std::string& none : {folder / "none", folder / "text", folder / "script", folder.Path(), std::string()}) {
     EXPECT_FALSE(processes.Start(none, {})) << none;
   }
+  EXPECT_EQ(processes.Start("/\xE4", {}).text, "start /\xE4: No such file or directory");
   EXPECT_FALSE(processes.Start("/bin/true", {std::string("a\0b", 3)}));
   EXPECT_TRUE(processes.Start("true", {}));
 }

@@ -11,7 +11,6 @@
 #include "platform/posix/ChildSetup.h"
 #include "platform/posix/Descriptor.h"
 #include "services/ansi.h"
-#include "services/clsErrorHandling.h"
 
 namespace vorlix {
 namespace {
@@ -60,22 +59,20 @@ int StartProgram(char* const* arguments) {
 
 }  // namespace
 
-bool PosixProcesses::Start(const std::string& file, const std::vector<std::string>& arguments) {
-  return Trapped(
-      "PosixProcesses_Start",
-      [&] {
-        std::vector<std::string> texts{SystemText(file)};
-        for (const std::string& argument : arguments) {
-          if (argument.find('\0') != std::string::npos) return false;
-          texts.push_back(SystemText(argument));
-        }
-        std::vector<char*> pointers;
-        for (std::string& text : texts)
-          pointers.push_back(text.data());
-        pointers.push_back(nullptr);
-        return !texts.front().empty() && StartProgram(pointers.data()) == 0;
-      },
-      file);
+IoResult PosixProcesses::Start(const std::string& file, const std::vector<std::string>& arguments) {
+  const auto failure = [&](int error) { return IoResult{error, FailureText("start " + file, error)}; };
+  if (file.empty()) return failure(ENOENT);
+  std::vector<std::string> texts{SystemText(file)};
+  for (const std::string& argument : arguments) {
+    if (argument.find('\0') != std::string::npos) return failure(EINVAL);
+    texts.push_back(SystemText(argument));
+  }
+  std::vector<char*> pointers;
+  for (std::string& text : texts)
+    pointers.push_back(text.data());
+  pointers.push_back(nullptr);
+  const int error = StartProgram(pointers.data());
+  return error == 0 ? IoResult{} : failure(error);
 }
 
 std::string ProgramFolder() {

@@ -9,7 +9,7 @@ namespace vorlix {
 class PosixProcesses : public Processes {
  public:
   // A file without "/" is looked for where the system keeps its programs.
-  bool Start(const std::string& file, const std::vector<std::string>& arguments) override;
+  IoResult Start(const std::string& file, const std::vector<std::string>& arguments) override;
 };
 
 // The folder of the executable, links resolved, without a "/" at its end; empty when the system does not tell.
