@@ -93,14 +93,27 @@ AVM_monitor::Call AVM_monitor::Opened(const Fields& fields, LineType type, const
                                       const Call& former) {
   if (former && !former->Stale && former->OpeningLine == line) return nullptr;
   if (former && former->Stale) AVMCallList_.RemoveByKeyName(former->Key);
-  if (AVMCallList_.Count() >= kMostOpenCalls) {
-    ErrorHandling().ErrorLogForceWrite("modCallFunctions_AVM.Opened", {line}, 0, "too many open calls");
-    return nullptr;
-  }
+  if (AVMCallList_.Count() >= kMostOpenCalls) MakeRoom(line);
   const Call call = NewRecord(fields, type);
   call->OpeningLine = line;
   AVMCallList_.Add(call);  // an id that is still open keeps its first call
   return call;
+}
+
+// Calls of a lost connection hardly come to an end any more; after them the oldest counts as ended.
+void AVM_monitor::MakeRoom(const std::string& line) {
+  if (!std::exchange(overflowTold_, true)) {
+    ErrorHandling().ErrorLogForceWrite("modCallFunctions_AVM.Opened", {line}, 0, "too many open calls");
+  }
+  const clsCollection open = AVMCallList_;
+  for (const auto& entry : open.GetCollection()) {
+    const auto call = open.ItemByKeyAs<oRouterCall>(entry.key);
+    if (call && call->Stale) AVMCallList_.RemoveByKeyName(entry.key);
+  }
+  if (AVMCallList_.Count() < kMostOpenCalls) return;
+  const auto oldest = open.ItemByKeyAs<oRouterCall>(open.GetCollection().front().key);
+  AVMCallList_.RemoveByKeyName(oldest->Key);
+  if (oldest->NewCall) EndUnanswered(*oldest, false);
 }
 
 AVM_monitor::Call AVM_monitor::Answered(const Call& call) {
@@ -251,6 +264,7 @@ bool AVM_monitor::HasOpenCall() const {
 
 void AVM_monitor::ConnectionLost() {
   Trapped("modCallFunctions_AVM.ConnectionLost", [&] {
+    overflowTold_ = false;
     const clsCollection open = AVMCallList_;  // an end may let the loop run, and lines come in
     for (const auto& entry : open.GetCollection()) {
       const auto call = open.ItemByKeyAs<oRouterCall>(entry.key);

@@ -82,6 +82,7 @@ class AVM_monitor : public SocketSource {
   using Fields = std::vector<std::string>;
 
   Call Opened(const Fields& fields, LineType type, const std::string& line, const Call& former);
+  void MakeRoom(const std::string& line);
   static Call Answered(const Call& call);
   Call Closed(const Call& call, const std::string& seconds);
   Call NewRecord(const Fields& fields, LineType type);
@@ -98,6 +99,7 @@ class AVM_monitor : public SocketSource {
 
   Ports ports_;
   clsCollection AVMCallList_;
+  bool overflowTold_ = false;  // since the connection stands
 };
 
 }  // namespace vorlix

@@ -1,11 +1,13 @@
 #include "lines/AVM_monitor.h"
 
+#include <algorithm>
 #include <cctype>
 #include <functional>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "fakes/AttachedLog.h"
 #include "fakes/SocketLines.h"
 
 namespace vorlix {
@@ -167,6 +169,27 @@ TEST_F(AVM_monitorTest, ALostConnectionEndsWhatNobodyTookAndFreesEveryId) {
   Play({kCall});
   Lose();
   EXPECT_THAT(Play({kRing, kEnd}), ElementsAre(kRings, kShown, kOver, "ended 0111111"));
+}
+
+TEST_F(AVM_monitorTest, MoreCallsThanARouterHasMakeRoomForTheNextOne) {
+  const AttachedLog log(clock);
+  const auto ring = [this](int id) { return Play({"RING;" + std::to_string(id) + ";0111111;77;SIP0;"}); };
+  const auto rings = [](int id) { return "event 12 of 16: 0111111 to 77, id " + std::to_string(id) + ", CIP 16"; };
+  for (const int first : {1000, 2000}) {
+    for (int id = first; id < first + 256; ++id)
+      EXPECT_EQ(ring(id), (Tape{rings(id), kShown}));
+    if (first == 2000) Play({"CONNECT;2001;4;0;"});
+    EXPECT_EQ(ring(1), (Tape{"event 14 of 16: id " + std::to_string(first), "ended 0111111", rings(1), kShown}));
+    if (first == 2000) {
+      EXPECT_EQ(ring(2), (Tape{rings(2), kShown})) << "it was taken, and stands in the journal";
+    }
+    Lose();
+    EXPECT_EQ(ring(3), (Tape{rings(3), kShown}));
+    EXPECT_EQ(monitor.AVMCallList().Count(), 1u);
+    Play({"DISCONNECT;3;0;"});
+  }
+  const std::string errors = log.Errors();  // one line for each of the three connections
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 3);
 }
 
 TEST_F(AVM_monitorTest, LinesOfOtherKindsAndHalfOnesSetNothingOff) {
