@@ -1,5 +1,6 @@
 #include "platform/posix/loaded_modules.h"
 
+#include <algorithm>
 #include <array>
 #include <fstream>
 #include <set>
