@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "app/FirstRun.h"
-#include "app/SystemFolders.h"
 #include "core/CommandLineWords.h"
 #include "data/modDirectories.h"
 #include "services/ansi.h"
@@ -26,6 +25,7 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
       startedByAuto_(HasWord(line.words, "auto")),
       startedByRestart_(HasWord(line.words, "restart")),
       folders_(system.files, std::move(surroundings)),
+      singleCopy_(system.link, folders_),
       ini_(system.files, folders_, blocks_),
       rotation_{0, [this] { return settings_.General.BackupCountStep; }},
       files_(system.files, ini_, system.loop.GetClock(), rotation_),
@@ -268,22 +268,18 @@ void fMain::AttachShutDown() {
   }
 }
 
-// One copy for each data folder: the endpoint's name is made of the folder's.
 StartResult fMain::OpenEndpoint() {
-  if (folders_.ProgramData().empty() || folders_.ProgramFolder().empty()) {
-    return Fail(LoadLangKey("Message_ErrorMakeDir", "Verzeichnis konnte nicht angelegt werden!"_ansi));
+  const auto manner = startedByRestart_ ? SingleCopy::Manner::kTakeOver
+                      : startedByAuto_  ? SingleCopy::Manner::kGiveWay
+                                        : SingleCopy::Manner::kBringToFront;
+  switch (singleCopy_.Take(lines_.helpers, manner)) {
+    case SingleCopy::Outcome::kTaken:
+      return StartResult::kGoOn;
+    case SingleCopy::Outcome::kOtherRuns:
+      return StartResult::kEnd;
+    default:
+      return Fail(singleCopy_.Fault());
   }
-  const WindowHandle handle = HandleForText(CanonicalFolder(folders_.ProgramData()));
-  const LinkOpening opening = system_.link.Open(handle, lines_.helpers, startedByRestart_);
-  if (opening) return StartResult::kGoOn;
-  if (opening.state == LinkOpening::State::kInUse) {
-    if (!startedByAuto_) system_.link.Send(handle, kComeForward, {});
-    return StartResult::kEnd;
-  }
-  ErrorHandling().ErrorLogForceWrite("fMain.OpenEndpoint", {handle}, 0, opening.reason);
-  return Fail(
-      LoadLangKey("Message_ErrorEndpoint", "Die Verbindung für die Hilfsprogramme kann nicht angelegt werden:"_ansi) +
-      " " + opening.reason);
 }
 
 StartResult fMain::Fail(const std::string& message) {
@@ -299,7 +295,7 @@ void fMain::ReadSwitches() {
 
 // A copy started with "restart" has taken this one's place.
 void fMain::GiveWayToOtherCopy() {
-  if (state_.ExitInProgress || system_.link.OwnsEndpoint()) return;
+  if (state_.ExitInProgress || !singleCopy_.IsSuperseded()) return;
   ErrorHandling().LogDebug_Temp("Another copy has taken over, this one ends");
   Close(UnloadReason::kUser);
 }

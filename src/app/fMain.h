@@ -1,7 +1,7 @@
 // The composition root: owns every part of the program and knows who talks to whom. Members stand in the order in which
 // they depend on each other; where two need each other, the earlier keeps a reference to the later and uses it only
 // once the program runs. What happens is elsewhere: the start in core/StartUp, the end in core/ShutDown, a call in
-// core/CallPipeline.
+// core/CallPipeline. Its own routines are the steps of the start that no part could take alone.
 #pragma once
 
 #include <memory>
@@ -11,6 +11,7 @@
 #include "app/KnownNumbers.h"
 #include "app/LineSources.h"
 #include "app/SettingsSwitches.h"
+#include "app/SingleCopy.h"
 #include "core/CallPipeline.h"
 #include "core/CallWatchers.h"
 #include "core/ProgramClock.h"
@@ -100,6 +101,7 @@ class fMain {
   int exitStatus_ = 0;
 
   Folders folders_;
+  SingleCopy singleCopy_;
   WriteBlocks blocks_;
   modAPI_INI ini_;
   clsFiles::Rotation rotation_;
