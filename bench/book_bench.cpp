@@ -41,7 +41,7 @@ struct BookRoom {
 
   TemporaryFolder folder;
   PosixFileStore store;
-  Folders folders{store, {.programFolder = "/nowhere", .dataHome = {}, .home = {}, .override = folder.Path()}};
+  Folders folders{store, {.programFolder = "/nowhere", .dataHome = {}, .home = {}, .chosenFolder = folder.Path()}};
   WriteBlocks blocks;
   modAPI_INI ini{store, folders, blocks};
   FakeClock clock;

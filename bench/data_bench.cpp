@@ -30,7 +30,7 @@ class SilentDoor : public MsgBoxDoor {
 struct DataRoom {
   TemporaryFolder folder;
   PosixFileStore files;
-  Folders folders{files, {.programFolder = "/nowhere", .dataHome = {}, .home = {}, .override = folder.Path()}};
+  Folders folders{files, {.programFolder = "/nowhere", .dataHome = {}, .home = {}, .chosenFolder = folder.Path()}};
   WriteBlocks blocks;
   modAPI_INI ini{files, folders, blocks};
   FakeClock clock;

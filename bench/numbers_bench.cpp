@@ -43,7 +43,7 @@ struct NumberRoom {
 
   TemporaryFolder folder;
   PosixFileStore files;
-  Folders folders{files, {.programFolder = VORLIX_BIN, .dataHome = {}, .home = {}, .override = folder.Path()}};
+  Folders folders{files, {.programFolder = VORLIX_BIN, .dataHome = {}, .home = {}, .chosenFolder = folder.Path()}};
   WriteBlocks blocks;
   modAPI_INI ini{files, folders, blocks};
   FakeClock clock;

@@ -70,7 +70,7 @@ void KnownNumbers::Identify(oDataCall& call) {
 bool KnownNumbers::IsKnownPerson(const std::string& number) {
   oDataCall call(&numbers);
   call.DataNumber(number);
-  return book.GetNumberData(call, false, false) == 1;
+  return book.GetNumberData(call, false, false) == kNamed;
 }
 
 }  // namespace vorlix

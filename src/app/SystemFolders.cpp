@@ -55,7 +55,7 @@ SystemFolders FindSystemFolders(const std::string& dataFolder) {
   const std::string wish = dataFolder.empty() ? Variable("VORLIX_DATA") : dataFolder;
   const std::string dataHome = Variable("XDG_DATA_HOME");
   if (!wish.empty()) {
-    found.surroundings.override = named(FullPath(wish));
+    found.surroundings.chosenFolder = named(FullPath(wish));
   } else if (dataHome.starts_with("/")) {
     found.surroundings.dataHome = named(dataHome);
   } else {

@@ -56,7 +56,7 @@ int RunProgram(Reactor& reactor, Screen& screen, CallFeedView& lines, const Comm
   ProcessSound sound(reactor);
   std::function<void(bool)> setAutostart;
   // A copy on a folder of its own is no more than a visitor on this desktop.
-  if (surroundings.override.empty()) {
+  if (surroundings.chosenFolder.empty()) {
     setAutostart = [&](bool wanted) {
       const IoResult set =
           Autostart(files, Autostart::ConfigFolder(), surroundings.programFolder + "/vorlix").Set(wanted);

@@ -17,7 +17,7 @@ class NoOwnNumbers : public OwnNumbers {
 
 class NoPhoneBook : public PhoneBook {
  public:
-  int GetNumberData(oDataCall&, bool, bool) override { return 0; }
+  int GetNumberData(oDataCall&, bool, bool) override { return kNoEntry; }
   void CountDialled(const std::string&) override {}
 };
 

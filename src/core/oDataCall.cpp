@@ -66,13 +66,13 @@ std::string oDataCall::BookVCsDateFormated(int which, const CivilClock& clock) c
 }
 
 std::string oDataCall::ToolTippHead() const {
-  return NameMode == 1 ? Name() : VW_FormatedFull();
+  return NameMode == kNamed ? Name() : VW_FormatedFull();
 }
 
 std::string oDataCall::ToolTippText() const {
   const std::string lineEnd(kLineEnd);
   std::string text;
-  if (NameMode == 1) text = Address() + lineEnd + VW_FormatedFull() + lineEnd;
+  if (NameMode == kNamed) text = Address() + lineEnd + VW_FormatedFull() + lineEnd;
   return text + "MSN " + MSNAlias + " " + MSN;
 }
 

@@ -17,6 +17,13 @@ namespace vorlix {
 // The colour of a line whose own number is not in the table: the system's window text.
 inline constexpr std::uint32_t kMSNColorUnknown = 0x80000008u;
 
+// What the telephone book knows of a number; the values of `NameMode`.
+enum BookKnowledge : std::int16_t {
+  kNoEntry = 0,
+  kNamed = 1,
+  kNoNameShown = 2,  // the entry is there to show no name
+};
+
 // Direction of a call from a router.
 enum class CallDirection : std::int16_t { kIncoming = 0, kOutgoing = 1 };
 
@@ -46,7 +53,7 @@ class oDataCall : public CollectionItem {
   bool Deleted = false;
   bool MoveToBlacklist = false;
   std::string DataCallerView;  // the number as to be shown
-  std::int16_t NameMode = 0;   // 0 no entry, 1 a name is known, 2 the entry shows no name
+  std::int16_t NameMode = kNoEntry;
   std::string MSN;
   std::string MSNAlias;
   std::uint32_t MSNColor = 0;

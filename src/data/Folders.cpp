@@ -34,8 +34,8 @@ Folders::Folders(const FileStore& files, Surroundings surroundings)
     const std::string defaultFolder = DefaultFolder(surroundings);
     programData_ = defaultFolder;
     ReadPathsFile(files, defaultFolder);
-    if (!surroundings.override.empty()) {
-      programData_ = RealPath(surroundings.override, programFolder_);
+    if (!surroundings.chosenFolder.empty()) {
+      programData_ = RealPath(surroundings.chosenFolder, programFolder_);
       bookPath_.clear();
       notice_.clear();
     }

@@ -64,7 +64,7 @@ void JournalCache::SpeedBuffer_Journal_Get(oDataCall& call) const {
   call.Name(entry->Name());
   call.Address(entry->Address());
   GiveTexts(call, *entry);
-  if (!entry->Name().empty() || !entry->Address().empty()) call.NameMode = 1;
+  if (!entry->Name().empty() || !entry->Address().empty()) call.NameMode = kNamed;
   if (!entry->Card().BookVCardData.empty()) SpeedBuffer_Journal_BookItemCopy(call, *entry);
 }
 

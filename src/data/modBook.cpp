@@ -14,7 +14,6 @@ namespace vorlix {
 namespace {
 
 constexpr std::string_view kNameless = "-";  // the name of an entry that shows none
-constexpr std::int16_t kNoEntry = 0, kNamed = 1, kNoNameShown = 2;
 
 const std::string& NumberOf(const oDataCall& call) {
   return call.DataNumber();

@@ -46,7 +46,7 @@ bool modFunction_Blocking::BlockNoNumber(oDataCall& call) {
 }
 
 bool modFunction_Blocking::BlockNoName(oDataCall& call) {
-  if (!call.MSN_BlockNoName || IsUnknownNumber(call.DataNumber()) || call.NameMode == 1) return false;
+  if (!call.MSN_BlockNoName || IsUnknownNumber(call.DataNumber()) || call.NameMode == kNamed) return false;
   Judge(call, "<BlockNoEntry>", kRejectNoName, "Block no name");
   return true;
 }

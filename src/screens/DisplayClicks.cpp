@@ -28,7 +28,7 @@ bool DisplayClicks::TellBlock(std::size_t line) {
 
 bool DisplayClicks::OpenEditor(const oDataCall& record) {
   oDataCall entry(record);
-  const bool isInBook = ports_.book.GetNumberData(entry, false, false) != 0;
+  const bool isInBook = ports_.book.GetNumberData(entry, false, false) != kNoEntry;
   if (!ports_.windows.OpenEditor(isInBook ? entry : record)) return false;
   ports_.timers.tmHide->SetEnabled(false);
   return true;

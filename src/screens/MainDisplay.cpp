@@ -91,9 +91,9 @@ void MainDisplay::TakeCalls() {
 void MainDisplay::Inherit(Row& row, const Row& former) {
   row.announced = former.announced;
   row.shown = former.shown;
-  if (row.record->NameMode == 1) return;
+  if (row.record->NameMode == kNamed) return;
   row.isFound = former.isFound;
-  if (!row.isFound && former.record->NameMode != 1) return;
+  if (!row.isFound && former.record->NameMode != kNamed) return;
   row.record->NameMode = former.record->NameMode;
   row.record->Name(former.record->Name());
   row.record->Address(former.record->Address());
@@ -105,18 +105,18 @@ void MainDisplay::FillLine(std::size_t line, bool search) {
   if (record.DataNumber().empty() && record.MSN.empty()) return ShowIdle(line, NoCallText());
   ShowCard(record);
   record.DataCallerView = row.isFound ? record.Name() : PartyView(record);
-  if (record.NameMode != 1 && search && !row.isFound) StartSearch(record, line);
+  if (record.NameMode != kNamed && search && !row.isFound) StartSearch(record, line);
   // Before the texts: the large window shows the picture too.
   ChooseLogo(row);
   ShowCall(row);
 }
 
 std::string MainDisplay::PartyView(const oDataCall& record) const {
-  return record.NameMode == 1 && ports_.settings.General.NameView ? record.Name() : NumberView(record);
+  return record.NameMode == kNamed && ports_.settings.General.NameView ? record.Name() : NumberView(record);
 }
 
 void MainDisplay::ShowCard(const oDataCall& record) {
-  if (record.NameMode == 1 && ports_.settings.vCards.byCall && record.Card().BookVCbCallActive) {
+  if (record.NameMode == kNamed && ports_.settings.vCards.byCall && record.Card().BookVCbCallActive) {
     ports_.windows.ShowCard(record);
   } else {
     ports_.windows.CloseCard();
@@ -128,7 +128,7 @@ void MainDisplay::StartSearch(const oDataCall& record, std::size_t line) {
   const auto& general = ports_.settings.General;
   const bool isExternal =
       IsDigits(record.DataNumber()) && record.DataNumber().size() > static_cast<std::size_t>(general.TKnum);
-  if (general.AutoSearch && record.NameMode != 2 && isExternal) ports_.search.Start(record, static_cast<int>(line));
+  if (general.AutoSearch && record.NameMode != kNoNameShown && isExternal) ports_.search.Start(record, static_cast<int>(line));
 }
 
 void MainDisplay::ChooseLogo(Row& row) {
@@ -257,11 +257,11 @@ void MainDisplay::DisplayCallerUpdateWithBook() {
       if (!record || record->DataNumber().empty()) continue;
       // A miss empties what it is asked for: the line keeps what it has.
       oDataCall found(*record);
-      if (ports_.book.GetNumberData(found, false, false) != 1) continue;
+      if (ports_.book.GetNumberData(found, false, false) != kNamed) continue;
       // The book may have let the loop run, and the lines may be others now.
       if (line >= rows_.size() || rows_[line].record != record) break;
       Row& row = rows_[line];
-      row.record->NameMode = 1;
+      row.record->NameMode = kNamed;
       row.isFound = false;
       row.record->Name(found.Name());
       row.record->Address(found.Address());

@@ -52,8 +52,8 @@ bool Mentions(const oDataCall& entry, std::string_view search) {
 }
 
 std::string NameOrMark(const oDataCall& call) {
-  if (call.NameMode == 1) return call.Name();
-  return call.NameMode == 2 ? LoadLangKey("Console_String_NoNameShown", "Eintrag ohne Namen"_ansi)
+  if (call.NameMode == kNamed) return call.Name();
+  return call.NameMode == kNoNameShown ? LoadLangKey("Console_String_NoNameShown", "Eintrag ohne Namen"_ansi)
                             : LoadLangKey("Console_String_NotInBook", "nicht im Telefonbuch"_ansi);
 }
 
@@ -95,7 +95,7 @@ void TypedCommands::ShowNumber(const std::string& typed) {
            call.VW_FormatedNumber() + "  [" + call.DataNumber() + "]");
   ShowPair(LoadLangKey("Console_Label_Place", "Ort"_ansi), call.VW_FormatedLocation());
   ShowPair(LoadLangKey("Console_Label_Name", "Name"_ansi), NameOrMark(call));
-  if (call.NameMode == 1) ShowPair(LoadLangKey("Console_Label_Address", "Adresse"_ansi), call.Address());
+  if (call.NameMode == kNamed) ShowPair(LoadLangKey("Console_Label_Address", "Adresse"_ansi), call.Address());
   if (const auto entry = ports_.bookCollection().ItemByKeyAs<oDataCall>(call.DataNumber())) {
     ShowPair(LoadLangKey("Console_Label_Calls", "Anrufe"_ansi),
              std::to_string(entry->CallCountIn) + " " + LoadLangKey("Console_String_In", "ein"_ansi) + ", " +

@@ -10,7 +10,7 @@ const std::string& NumberView(const oDataCall& call) {
 
 std::string PartyOf(const oDataCall& call) {
   const std::string& number = NumberView(call);
-  return call.NameMode == 1 ? call.Name() + " (" + number + ")" : number;
+  return call.NameMode == kNamed ? call.Name() + " (" + number + ")" : number;
 }
 
 std::string OwnNumberOf(const oDataCall& call) {

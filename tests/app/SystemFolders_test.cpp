@@ -26,7 +26,7 @@ TEST(SystemFoldersTest, WhatTheProgramsTextCannotNameIsFoundWhereverItCounts) {
     const TemporaryVariable home("HOME", row.home);
     const auto found = FindSystemFolders(row.wish);
     EXPECT_EQ(found.unnamable, row.unnamable);
-    EXPECT_EQ(found.surroundings.override + found.surroundings.dataHome + found.surroundings.home, row.used);
+    EXPECT_EQ(found.surroundings.chosenFolder + found.surroundings.dataHome + found.surroundings.home, row.used);
   }
   for (const char* name : {"link", "real/", "link/../real", "./real//"})
     EXPECT_EQ(CanonicalFolder(folder / name), CanonicalFolder(folder / "real")) << name;

@@ -82,7 +82,7 @@ TEST(oDataCall, ShowsItselfInTipsAndDates) {
   call.CallDateTime = DateTime::FromCivil(2010, 8, 5, 9, 7, 3);
   EXPECT_EQ(call.CallDateView() + call.CallTimeView(), "05.08.201009:07:03");
   EXPECT_EQ(call.ToolTippHead() + ": " + call.ToolTippText(), "0301: MSN Buero 77");
-  call.NameMode = 1;
+  call.NameMode = kNamed;
   call.Name("Meier");
   call.Address("Weg 1");
   EXPECT_EQ(call.ToolTippHead() + ": " + call.ToolTippText(), "Meier: Weg 1\r\n0301\r\nMSN Buero 77");

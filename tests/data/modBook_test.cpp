@@ -199,7 +199,7 @@ TEST_F(BookTest, LooksANumberUpByItsExactText) {
         Case{"301", 0, "   ", 0}, Case{"0301 ", 0, "   ", 0}, Case{"+301", 0, "  kept ", 0}, Case{"", 0, "  kept ", 0},
         Case{"1unbekannt", 0, "  kept ", 0}}) {
     oDataCall call = Call(number);
-    call.NameMode = 1;
+    call.NameMode = kNamed;
     call.Name("old");
     call.Address("old");
     call.BookTimeName = "kept";

@@ -21,7 +21,7 @@ class BookOfNames : public NoPhoneBook {
     const auto entry = names.find(call.DataNumber());
     call.NameMode = entry == names.end() ? 0 : 1;
     call.Name(entry == names.end() ? std::string() : entry->second);
-    if (call.NameMode == 1 && flags_.JournalLoading) {
+    if (call.NameMode == kNamed && flags_.JournalLoading) {
       cache_.SpeedBuffer_Journal_Set(call.DataNumber(), &call, std::string(call.VW_FormatedFull()));
     }
     return call.NameMode;

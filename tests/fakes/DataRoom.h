@@ -47,7 +47,7 @@ struct DataRoom {
   NotedBoxes boxes;
   modAll_MsgBox messages{boxes};
   WriteBlocks blocks;
-  Folders folders{store, {.programFolder = "/program", .dataHome = {}, .home = {}, .override = "/vorlix"}};
+  Folders folders{store, {.programFolder = "/program", .dataHome = {}, .home = {}, .chosenFolder = "/vorlix"}};
   modAPI_INI ini{store, folders, blocks};
   int backupCountStep = 50;
   clsFiles::Rotation rotation{0, [this] { return backupCountStep; }};

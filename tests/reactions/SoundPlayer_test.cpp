@@ -26,7 +26,7 @@ class SoundPlayerTest : public testing::Test {
   }
 
   MemoryFileStore store;
-  Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .override = "/data"}};
+  Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .chosenFolder = "/data"}};
   PipelineState state;
   FakeSoundDevice device;
   SoundPlayer player{{device, store, folders, state, [](const std::string& path) { return "/program/" + path; },

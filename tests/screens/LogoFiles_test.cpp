@@ -9,7 +9,7 @@ namespace {
 
 TEST(LogoFilesTest, ACallersPictureLiesInItsFolderAndNowhereElse) {
   MemoryFileStore store;
-  const Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .override = "/data"}};
+  const Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .chosenFolder = "/data"}};
   store.AddFile("/data/data/callerpics/meier.jpg", "x");
   store.AddFile("/data/secret.jpg", "x");
   LogoFiles logos({store, folders, [](const std::string& number) { return number == "0171" ? "/net.png" : ""; },

@@ -36,7 +36,7 @@ class SkinLoaderTest : public testing::Test {
   MemoryFileStore store;
   DisplaySurroundings world;
   modAll_MsgBox messages{world};
-  Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .override = "/data"}};
+  Folders folders{store, {.programFolder = "/program", .dataHome = "", .home = "", .chosenFolder = "/data"}};
   SkinLoader loader{{store, folders, messages}};
   Skin skin;
 };

@@ -35,7 +35,7 @@ class ShippedLook : public testing::Test {
   DataRoom room;
   const std::string root = fs::canonical(fs::path(VORLIX_TEST_DATA) / ".." / "..").string();
   const std::string base = root + "/base/";
-  Folders folders{disk, {.programFolder = root, .dataHome = {}, .home = {}, .override = "/nowhere"}};
+  Folders folders{disk, {.programFolder = root, .dataHome = {}, .home = {}, .chosenFolder = "/nowhere"}};
 };
 
 bool IsPicture(const std::string& path, const std::string& bytes) {

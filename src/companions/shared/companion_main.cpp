@@ -33,7 +33,7 @@ class DataFolder {
                    {.programFolder = ProgramFolder(),
                     .dataHome = EnvironmentText("XDG_DATA_HOME"),
                     .home = EnvironmentText("HOME"),
-                    .override = EnvironmentText("VORLIX_DATA")}};
+                    .chosenFolder = EnvironmentText("VORLIX_DATA")}};
   WriteBlocks blocks_;
   modAPI_INI ini_{store_, folders_, blocks_};
   clsFiles::Rotation rotation_;
