@@ -42,6 +42,9 @@ constexpr milliseconds kShortLimit{20};
 constexpr milliseconds kReleaseLimit{100};
 // "Readable" and "nothing there" in turn, for ever, is how the library shows that the other side has gone.
 constexpr int kMostEmptyReads = 5;
+// The library's remote modules copy a frame of 2,173 bytes from where the message begins, however short it is: read
+// beyond the end of the heap that would be the end of the program.
+constexpr std::size_t kPutRoom = 4096;
 
 template <class Function>
 bool Find(void* library, const char* name, Function& function) {
@@ -273,7 +276,9 @@ std::uint32_t Capi20Library::Judge(const Received& received) {
 std::uint32_t Capi20Library::CAPI_PUT_MESSAGE(std::uint32_t applId, std::string_view message) {
   if (!functions_) return kCapiNotInstalled;
   const auto code = std::make_shared<std::uint32_t>();
-  thread_->Then([library = functions_, code, applId, bytes = std::string(message)]() mutable {
+  std::string room(message);
+  room.resize(std::max(room.size(), kPutRoom));
+  thread_->Then([library = functions_, code, applId, bytes = std::move(room)]() mutable {
     *code = library->put_message(applId, reinterpret_cast<unsigned char*>(bytes.data()));
   });
   return thread_->Wait(kShortLimit) ? *code : kCapiOk;  // on its way
