@@ -46,7 +46,7 @@ int Refuse(const std::string& unnamable) {
 }
 
 // The program between the machine and its screen, from start to end.
-int RunProgram(Reactor& reactor, Screen& screen, CallFeedView& lines, const CommandLine& line,
+int RunProgram(Reactor& reactor, Screen& screen, CallFeedView& lines, const SignalBlock& block, const CommandLine& line,
                const Folders::Surroundings& surroundings) {
   PosixFileStore files;
   PosixProcesses processes;
@@ -65,14 +65,14 @@ int RunProgram(Reactor& reactor, Screen& screen, CallFeedView& lines, const Comm
   }
   fMain program({reactor, files, link, serviceLink, processes, driver, sound, screen, lines, setAutostart}, line,
                 surroundings);
-  const SignalWatch signals(reactor, [&program](int) { program.Close(UnloadReason::kSystem); });
+  const SignalWatch signals(reactor, block, [&program](int) { program.Close(UnloadReason::kSystem); });
   // The helper programs work on the same data folder.
   setenv("VORLIX_DATA", ToUtf8(program.DataFolder()).c_str(), 1);
   if (program.Form_Load()) reactor.Run();
   return program.ExitStatus();
 }
 
-int RunOnTerminal(const CommandLine& line, const Folders::Surroundings& surroundings) {
+int RunOnTerminal(const SignalBlock& block, const CommandLine& line, const Folders::Surroundings& surroundings) {
   PollReactor reactor;
   TerminalScreen screen(reactor.GetClock());
   // A job in the background must not be stopped for reading from its terminal: it gets an error and types nothing.
@@ -81,7 +81,7 @@ int RunOnTerminal(const CommandLine& line, const Folders::Surroundings& surround
   typed = reactor.WatchDescriptor(STDIN_FILENO, [&](Reactor::Ready) {
     if (!screen.TakeTyped()) typed.reset();
   });
-  return RunProgram(reactor, screen, screen.Lines(), line, surroundings);
+  return RunProgram(reactor, screen, screen.Lines(), block, line, surroundings);
 }
 
 #ifdef VORLIX_DESKTOP
@@ -90,19 +90,23 @@ class NoLines : public CallFeedView {
   void ShowLine(const std::string&) override {}
 };
 
-int RunOnDesktop(const CommandLine& line, const Folders::Surroundings& surroundings) {
+int RunOnDesktop(const SignalBlock& block, const CommandLine& line, const Folders::Surroundings& surroundings) {
   const SystemClock clock;
   DesktopScreen screen(clock, surroundings.programFolder + "/base/icons", LoadedModules);
   NoLines lines;
-  return RunProgram(screen.Loop(), screen, lines, line, surroundings);
+  return RunProgram(screen.Loop(), screen, lines, block, line, surroundings);
 }
 #endif
 
 int Run(const CommandLine& line, const Folders::Surroundings& surroundings) {
 #ifdef VORLIX_DESKTOP
-  if (!line.console && IsDesktopAvailable()) return RunOnDesktop(line, surroundings);
+  const bool onDesktop = !line.console && IsDesktopAvailable();
+  const SignalBlock block;  // the toolkit begins threads of its own
+  if (onDesktop) return RunOnDesktop(block, line, surroundings);
+#else
+  const SignalBlock block;
 #endif
-  return RunOnTerminal(line, surroundings);
+  return RunOnTerminal(block, line, surroundings);
 }
 
 }  // namespace

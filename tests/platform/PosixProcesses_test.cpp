@@ -3,8 +3,10 @@
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <latch>
 #include <sstream>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -43,7 +45,8 @@ TEST_F(PosixProcessesTest, HandsOverArgumentsAsTheyAreInUtf8) {
 
 TEST_F(PosixProcessesTest, LeavesNothingOfOursToTheProgram) {
   ManualReactor reactor;
-  const SignalWatch watch(reactor, [](int) {});
+  const SignalBlock block;
+  const SignalWatch watch(reactor, block, [](int) {});
   const Descriptor leak(open("/dev/null", O_RDONLY));  // without the mark that closes it by itself
   ASSERT_EQ(fcntl(leak.Get(), F_DUPFD, 50), 50);
   EXPECT_EQ(Printed("ls /proc/$$/fd"), "0\n1\n2\n");
@@ -80,7 +83,10 @@ TEST(SignalWatchTest, TellsSignalsFromTheLoopButNoneThatWasIgnoredAndSurvivesABr
     ManualReactor reactor;
     std::vector<int> told;
     std::signal(SIGHUP, former);
-    const SignalWatch watch(reactor, [&told](int signal) { told.push_back(signal); });
+    const SignalBlock block;
+    std::latch end(1);
+    const std::jthread ofTheToolkit([&end] { end.wait(); });
+    const SignalWatch watch(reactor, block, [&told](int signal) { told.push_back(signal); });
     kill(getpid(), SIGTERM);
     kill(getpid(), SIGHUP);
     EXPECT_TRUE(told.empty());
@@ -92,6 +98,7 @@ TEST(SignalWatchTest, TellsSignalsFromTheLoopButNoneThatWasIgnoredAndSurvivesABr
     close(ends[0]);
     EXPECT_EQ(write(ends[1], "x", 1), -1);
     close(ends[1]);
+    end.count_down();
   }
   std::signal(SIGHUP, SIG_DFL);
 }

@@ -63,7 +63,8 @@ int RunCompanion(const CompanionProgram& program, int count, char** arguments) {
     return 2;
   }
   PollReactor reactor;
-  const SignalWatch signals(reactor, [&reactor](int) { reactor.Quit(); });
+  const SignalBlock block;
+  const SignalWatch signals(reactor, block, [&reactor](int) { reactor.Quit(); });
   DataFolder data(reactor.GetClock());
   SocketMessageLink link(reactor);
   SocketCompanion companion(

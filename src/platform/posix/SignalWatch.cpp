@@ -19,20 +19,27 @@ sigset_t WatchedSignals() {
 
 }  // namespace
 
-SignalWatch::SignalWatch(Reactor& reactor, std::function<void(int signal)> onSignal)
-    : onSignal_(std::move(onSignal)),
+SignalBlock::SignalBlock() : signals_(WatchedSignals()) {
+  pthread_sigmask(SIG_BLOCK, &signals_, &formerMask_);
+}
+
+void SignalBlock::Lift() const {
+  pthread_sigmask(SIG_SETMASK, &formerMask_, nullptr);
+}
+
+SignalWatch::SignalWatch(Reactor& reactor, const SignalBlock& block, std::function<void(int signal)> onSignal)
+    : block_(block),
+      onSignal_(std::move(onSignal)),
       formerPipe_(std::signal(SIGPIPE, SIG_IGN)),
       formerQuota_(std::signal(SIGXFSZ, SIG_IGN)) {
-  const sigset_t watched = WatchedSignals();
-  sigprocmask(SIG_BLOCK, &watched, &formerMask_);
-  signals_ = Descriptor(signalfd(-1, &watched, SFD_NONBLOCK | SFD_CLOEXEC));
+  signals_ = Descriptor(signalfd(-1, &block_.Signals(), SFD_NONBLOCK | SFD_CLOEXEC));
   watch_ = reactor.WatchDescriptor(signals_.Get(), [this](Reactor::Ready) { OnReadable(); });
 }
 
 SignalWatch::~SignalWatch() {
   std::signal(SIGPIPE, formerPipe_);
   std::signal(SIGXFSZ, formerQuota_);
-  sigprocmask(SIG_SETMASK, &formerMask_, nullptr);
+  block_.Lift();
 }
 
 void SignalWatch::OnReadable() {

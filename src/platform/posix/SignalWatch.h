@@ -12,10 +12,29 @@
 
 namespace vorlix {
 
+// Holds those signals back, in this thread and in all that begin while it lives: made before the first of these, for a
+// signal that one of them takes ends the process on the spot. A signal that our starter had ignored, as for a program
+// in the background, stays so.
+class SignalBlock {
+ public:
+  SignalBlock();
+  ~SignalBlock() { Lift(); }
+  SignalBlock(const SignalBlock&) = delete;
+  SignalBlock& operator=(const SignalBlock&) = delete;
+
+  const sigset_t& Signals() const { return signals_; }
+  // In this thread; more than once does no harm.
+  void Lift() const;
+
+ private:
+  sigset_t signals_;
+  sigset_t formerMask_;
+};
+
 class SignalWatch {
  public:
-  // The reactor must outlive it. A signal that our starter had ignored, as for a program in the background, stays so.
-  SignalWatch(Reactor& reactor, std::function<void(int signal)> onSignal);
+  // Both must outlive it. The block is lifted at its end: then a signal ends the process as any other.
+  SignalWatch(Reactor& reactor, const SignalBlock& block, std::function<void(int signal)> onSignal);
   ~SignalWatch();
   SignalWatch(const SignalWatch&) = delete;
   SignalWatch& operator=(const SignalWatch&) = delete;
@@ -23,8 +42,8 @@ class SignalWatch {
  private:
   void OnReadable();
 
+  const SignalBlock& block_;
   std::function<void(int)> onSignal_;
-  sigset_t formerMask_;
   void (*formerPipe_)(int);
   void (*formerQuota_)(int);
   Descriptor signals_;
