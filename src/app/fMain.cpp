@@ -80,6 +80,7 @@ fMain::fMain(System system, const CommandLine& line, Folders::Surroundings surro
   });
   lines_.helpers.OnSecondStart([this] { system_.screen.ComeForward(); });
   system_.screen.OnSessionEnd([this] { Close(UnloadReason::kSystem); });
+  system_.screen.OnDisplayLost([this] { shutDown_.Run(UnloadReason::kSystem); });
   BindMenu();
   AttachStartUp();
   AttachShutDown();
@@ -89,6 +90,7 @@ fMain::~fMain() {
   system_.screen.Close();
   system_.screen.WaitWith({});
   system_.screen.OnSessionEnd({});
+  system_.screen.OnDisplayLost({});
   ErrorHandling().Detach();
 }
 

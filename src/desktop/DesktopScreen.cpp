@@ -82,6 +82,15 @@ void DesktopScreen::Open(const Program& program) {
       "Unter Wayland bestimmt der Desktop, wo die Fenster stehen: ...Left und ...Top gelten dort nicht."_ansi));
 }
 
+void DesktopScreen::OnDisplayLost(std::function<void()> ends) {
+  loss_.reset();
+  if (!ends) return;
+  loss_ = std::make_unique<DisplayLoss>([this, ends = std::move(ends)] {
+    isLost_ = true;
+    ends();
+  });
+}
+
 void DesktopScreen::ComeForward() {
   if (views_.IsOpen()) return views_.Activate();
   BringDialogsToFront();  // the first questions
@@ -100,6 +109,7 @@ void DesktopScreen::KeepPlaces() {
 }
 
 void DesktopScreen::Close() {
+  if (isLost_) return;  // nobody sees it, and nothing comes after it
   // A page or box that waits for its user runs a loop of its own: the program's end must end that too.
   boxes_.Withdraw();
   CloseDialogs();

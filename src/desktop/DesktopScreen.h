@@ -5,6 +5,7 @@
 #include <string>
 
 #include "desktop/DesktopViews.h"
+#include "desktop/DisplayLoss.h"
 #include "desktop/StoredPlaces.h"
 #include "desktop/X11ForegroundWindow.h"
 #include "desktop/dialogs/AboutBox.h"
@@ -38,6 +39,7 @@ class DesktopScreen : public Screen {
   // Dialogs run the toolkit's loop.
   void WaitWith(std::function<bool()>) override {}
   void OnSessionEnd(std::function<void()> ends) override { views_.OnSessionEnd(std::move(ends)); }
+  void OnDisplayLost(std::function<void()> ends) override;
   void ComeForward() override;
   void Open(const Program& program) override;
   bool HasClock() const override { return true; }
@@ -50,6 +52,8 @@ class DesktopScreen : public Screen {
   struct Windows;
 
   DesktopViews views_;
+  std::unique_ptr<DisplayLoss> loss_;
+  bool isLost_ = false;
   X11ForegroundWindow foreground_;
   MessageBoxes boxes_;
   FirstStartDialog firstStart_;

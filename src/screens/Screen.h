@@ -55,6 +55,8 @@ class Screen {
 
   // What is done when the desktop's session ends, and the program with it; also before Open().
   virtual void OnSessionEnd(std::function<void()>) {}
+  // What is done when the desktop has gone and the process is about to end: at once, without the loop or the screen.
+  virtual void OnDisplayLost(std::function<void()>) {}
   // Somebody has started the program once more, and looks for it.
   virtual void ComeForward() {}
   // The idle line shows the time.
