@@ -47,7 +47,7 @@ void MainBar::FollowScreens() {
     if (!isOpen_) return;
     drag_ = Drag::kNone;
     const QPoint before = wanted_.topLeft();
-    wanted_ = FirstPlace();
+    TakePlace();
     wantedArea_.translate(wanted_.topLeft() - before);
     Arrange();
   };
@@ -66,8 +66,8 @@ void MainBar::Open(WindowPlaces& places, const DisplayFont& font, bool hasTray) 
   places_ = &places;
   SetFont(font);
   AdjustLines();
-  wanted_ = FirstPlace();
-  wantedArea_ = AreaAt(wanted_.center());
+  TakePlace();
+  wantedArea_ = AreaOf(screen_, wanted_.center());
   isOpen_ = true;
   SetTray(hasTray);
 }
@@ -98,22 +98,27 @@ void MainBar::SetFont(const DisplayFont& font) {
   setFont(chosen);
 }
 
-QRect MainBar::FirstPlace() const {
+// Where it was left, or else the lower right corner of the first screen.
+void MainBar::TakePlace() {
   const auto place = places_->Load(PlacedWindow::kDisplay);
-  if (!place) {
-    const QScreen* first = QGuiApplication::primaryScreen();
-    const QRect area = first == nullptr ? QRect() : first->availableGeometry();
-    const QRect bar(0, 0, kFirstWidth, HeightOf(1));
-    return Inside(bar.translated(area.bottomRight()), area);
+  if (place) {
+    screen_ = place->screen;
+    wanted_ = QRect(CornerOf(*place), QSize(place->width > 0 ? place->width : kFirstWidth, HeightOf(1)));
+    return;
   }
-  return QRect(CornerOf(*place), QSize(place->width > 0 ? place->width : kFirstWidth, HeightOf(1)));
+  screen_.clear();
+  const QScreen* first = QGuiApplication::primaryScreen();
+  const QRect area = first == nullptr ? QRect() : first->availableGeometry();
+  wanted_ = Inside(QRect(area.bottomRight(), QSize(kFirstWidth, HeightOf(1))), area);
 }
 
 // Without the lines of the calls that are there just now.
 void MainBar::Remember() {
   wantedArea_ = Area();
   wanted_ = WithHeight(home_, HeightOf(1), wantedArea_);
-  if (places_ != nullptr) places_->Save(PlacedWindow::kDisplay, PlaceOf(wanted_));
+  const WindowPlace place = PlaceOf(wanted_);
+  screen_ = place.screen;
+  if (places_ != nullptr) places_->Save(PlacedWindow::kDisplay, place);
 }
 
 QRect MainBar::Area() const {
@@ -175,7 +180,7 @@ bool MainBar::IsInUse() {
 
 void MainBar::Arrange() {
   if (!isOpen_ || drag_ == Drag::kMoving || drag_ == Drag::kSizing) return;
-  const QRect area = AreaAt(wanted_.center());
+  const QRect area = AreaOf(screen_, wanted_.center());
   home_ = WithHeight(Followed(wanted_, wantedArea_, area), HeightOf(VisibleLines()), area);
   if (place_ == BarPlace::kGone || place_ == BarPlace::kTray) return hide();
   ShowAtPlace();

@@ -79,7 +79,7 @@ class MainBar : public QWidget, public MainDisplayView {
   std::size_t VisibleLines() const;
   int HeightOf(std::size_t lines) const;
   QRect Area() const;
-  QRect FirstPlace() const;
+  void TakePlace();
   void Remember();
   bool IsSizingAt(const QPoint& point) const;
   void DragTo(const QPoint& point);
@@ -95,9 +95,10 @@ class MainBar : public QWidget, public MainDisplayView {
   DisplayContent content_;
   WindowPlaces* places_ = nullptr;
   BarPlace place_ = BarPlace::kShown;
-  QRect wanted_;      // where a person has left it, with one line
-  QRect wantedArea_;  // what it could cover then
-  QRect home_;        // where the whole bar stands now, hidden or not
+  std::string screen_;  // the name of the monitor that a person has left it on; empty before that
+  QRect wanted_;        // where it was left there, with one line
+  QRect wantedArea_;    // what it could cover then
+  QRect home_;          // where the whole bar stands now, hidden or not
   Drag drag_ = Drag::kNone;
   QPoint pressedAt_;
   QRect homeBefore_;

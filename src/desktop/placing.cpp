@@ -15,6 +15,12 @@ int DistanceTo(const QRect& area, const QPoint& point) {
   return (point - inside).manhattanLength();
 }
 
+const QScreen* ScreenOf(const std::string& name) {
+  const auto screens = QGuiApplication::screens();
+  const auto screen = std::ranges::find_if(screens, [&](const QScreen* one) { return one->name() == ToQString(name); });
+  return screen == screens.end() ? nullptr : *screen;
+}
+
 }  // namespace
 
 bool CanPlaceWindows() {
@@ -33,11 +39,9 @@ WindowPlace PlaceOf(const QRect& window) {
 }
 
 QPoint CornerOf(const WindowPlace& place) {
-  for (const QScreen* screen : QGuiApplication::screens()) {
-    if (screen->name() != ToQString(place.screen)) continue;
-    return screen->geometry().topLeft() + QPoint(place.leftOnScreen, place.topOnScreen);
-  }
-  return {place.left, place.top};
+  const QScreen* screen = ScreenOf(place.screen);
+  if (screen == nullptr) return {place.left, place.top};
+  return screen->geometry().topLeft() + QPoint(place.leftOnScreen, place.topOnScreen);
 }
 
 QRect AreaAt(const QPoint& point) {
@@ -45,6 +49,11 @@ QRect AreaAt(const QPoint& point) {
   const auto nearest = std::ranges::min_element(
       screens, {}, [&](const QScreen* screen) { return DistanceTo(screen->geometry(), point); });
   return nearest == screens.end() ? QRect() : (*nearest)->availableGeometry();
+}
+
+QRect AreaOf(const std::string& screen, const QPoint& point) {
+  const QScreen* named = ScreenOf(screen);
+  return named == nullptr ? AreaAt(point) : named->availableGeometry();
 }
 
 }  // namespace vorlix

@@ -15,5 +15,7 @@ WindowPlace PlaceOf(const QRect& window);
 QPoint CornerOf(const WindowPlace& place);
 // What a window may cover of the screen that holds the point, or is nearest to it; empty while all screens are off.
 QRect AreaAt(const QPoint& point);
+// The same of the screen of that name, while it is there.
+QRect AreaOf(const std::string& screen, const QPoint& point);
 
 }  // namespace vorlix
