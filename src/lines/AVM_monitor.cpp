@@ -93,7 +93,8 @@ AVM_monitor::Call AVM_monitor::Opened(const Fields& fields, LineType type, const
                                       const Call& former) {
   if (former && !former->Stale && former->OpeningLine == line) return nullptr;
   if (former && former->Stale) AVMCallList_.RemoveByKeyName(former->Key);
-  if (AVMCallList_.Count() >= kMostOpenCalls) MakeRoom(line);
+  const bool isOpen = former && !former->Stale;
+  if (!isOpen && AVMCallList_.Count() >= kMostOpenCalls) MakeRoom(line);
   const Call call = NewRecord(fields, type);
   call->OpeningLine = line;
   AVMCallList_.Add(call);  // an id that is still open keeps its first call

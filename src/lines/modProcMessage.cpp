@@ -78,7 +78,8 @@ void modProcMessage::TimerTick() {
       ErrorHandling().ErrorLogForceWrite("modProcMessage.TimerTick", {source}, 0, "the helper gives no life sign");
       Lost(*link);
     }
-    link->StartRemoteFile();
+    // What is told of the loss may let the loop run, and the program end in it.
+    if (link->IsInstalled()) link->StartRemoteFile();
   }
 }
 
