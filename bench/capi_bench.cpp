@@ -2,8 +2,8 @@
 // through the machine's library from a driver in the network.
 #include <benchmark/benchmark.h>
 
-#include "fakes/CapiServer.h"
 #include "fakes/CapiCalls.h"
+#include "fakes/CapiServer.h"
 #include "fakes/TemporaryFolder.h"
 #include "platform/posix/Capi20Library.h"
 

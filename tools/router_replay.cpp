@@ -169,7 +169,8 @@ int main(int count, char** words) {
   std::vector<std::string> lines;
   if (!ReadLines(arguments->files, lines)) return 1;
   PollReactor reactor;
-  const SignalWatch signals(reactor, [&reactor](int) { reactor.Quit(); });
+  const SignalBlock block;
+  const SignalWatch signals(reactor, block, [&reactor](int) { reactor.Quit(); });
   Replay replay(reactor, *arguments, std::move(lines));
   if (!replay.Start()) {
     std::fprintf(stderr, "router_replay: port %d is not to be had\n", arguments->port);

@@ -30,8 +30,8 @@ class OwnNumbers {
 class PhoneBook {
  public:
   virtual ~PhoneBook() = default;
-  // Fills name, address and book fields; gives the BookKnowledge. Whether a missing number is added, and whether the call
-  // counts, is the caller's to say.
+  // Fills name, address and book fields; gives the BookKnowledge. Whether a missing number is added, and whether the
+  // call counts, is the caller's to say.
   virtual int GetNumberData(oDataCall& call, bool addIfMissing, bool countCall) = 0;
   // Counts a dialled number, if the book has it, and saves the counters.
   virtual void CountDialled(const std::string& number) = 0;

@@ -18,7 +18,7 @@ class Folders {
     std::string programFolder;  // folder of the executable
     std::string dataHome;       // $XDG_DATA_HOME
     std::string home;           // $HOME
-    std::string chosenFolder;       // the data folder that the command line or VORLIX_DATA asks for; wins over all else
+    std::string chosenFolder;   // the data folder that the command line or VORLIX_DATA asks for; wins over all else
   };
 
   // Reads "Vorlixpaths.ini" beside the program, where there is one. Folders are named, not made.

@@ -59,7 +59,6 @@ class DisplayTray : public TrayBalloon, public CallWatch {
   TrayIcon Icon() const;
   void NoteRinging();
   void SetTip(const std::string& tip);
-  void OpenFor(const oDataCall& call);
   void FollowCalls();
   void Open(const Balloon& balloon);
   void CloseBalloon();

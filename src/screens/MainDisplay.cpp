@@ -128,7 +128,8 @@ void MainDisplay::StartSearch(const oDataCall& record, std::size_t line) {
   const auto& general = ports_.settings.General;
   const bool isExternal =
       IsDigits(record.DataNumber()) && record.DataNumber().size() > static_cast<std::size_t>(general.TKnum);
-  if (general.AutoSearch && record.NameMode != kNoNameShown && isExternal) ports_.search.Start(record, static_cast<int>(line));
+  if (general.AutoSearch && record.NameMode != kNoNameShown && isExternal)
+    ports_.search.Start(record, static_cast<int>(line));
 }
 
 void MainDisplay::ChooseLogo(Row& row) {

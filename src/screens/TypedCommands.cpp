@@ -54,7 +54,7 @@ bool Mentions(const oDataCall& entry, std::string_view search) {
 std::string NameOrMark(const oDataCall& call) {
   if (call.NameMode == kNamed) return call.Name();
   return call.NameMode == kNoNameShown ? LoadLangKey("Console_String_NoNameShown", "Eintrag ohne Namen"_ansi)
-                            : LoadLangKey("Console_String_NotInBook", "nicht im Telefonbuch"_ansi);
+                                       : LoadLangKey("Console_String_NotInBook", "nicht im Telefonbuch"_ansi);
 }
 
 }  // namespace
