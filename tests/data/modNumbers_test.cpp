@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/null_ports.h"
@@ -95,13 +96,8 @@ TEST_F(NumbersTest, AsksBeforeItCorrectsThePrefix) {
   settings.General.myVWOP = "0";
   boxes.answer = MsgBoxAnswer::kNo;
   EXPECT_EQ(numbers.fVW(0, "301234\n567"), "0301234\n567");
-  ASSERT_EQ(boxes.shown.size(), 1u);
-  EXPECT_EQ(boxes.shown[0],
-            "Vorlix 36: Die richtige Angabe des Prefixes ist entscheidend für die Erkennung!\r\n"
-            "Der übermittelte Anruf kommt vermutlich aus dem Inland!?\r\n\r\n  Übermittelte Nummer: 301234 567\r\n\r\n"
-            "  Empfohlener Prefix für Rufe aus dem Inland: NICHTS\r\n\r\n"
-            "Die empfohlene Einstellung übernehmen?"_ansi);
-  EXPECT_EQ(settings.General.myVWOP, "0");
+  EXPECT_THAT(boxes.shown, testing::ElementsAre(testing::HasSubstr("Nummer: 301234 567\r\n")));
+  EXPECT_EQ(settings.General.myVWOP + changed, "0nothing");
 
   boxes.answer = MsgBoxAnswer::kYes;
   EXPECT_EQ(numbers.fVW(0, "301234567"), "301234567");
@@ -112,7 +108,6 @@ TEST_F(NumbersTest, AsksBeforeItCorrectsThePrefix) {
   settings.General.myVWOP = "00";
   numbers.LastPrefix = "0";
   EXPECT_EQ(numbers.fVW(0, "0301234567"), "0301234567");
-  EXPECT_NE(boxes.shown.back().find(": \"0\"\r\n"), std::string::npos);
   EXPECT_EQ(ini.GetSettStr("General", "myVWOP", "?") + changed, "00");
 
   const auto asked = boxes.shown.size();
@@ -120,6 +115,7 @@ TEST_F(NumbersTest, AsksBeforeItCorrectsThePrefix) {
   settings.General.PrefixAutoCheck = false;
   EXPECT_EQ(numbers.fVW(0, "0301234567"), "301234567");
   settings.General.PrefixAutoCheck = true;
+  EXPECT_EQ(numbers.fVW(16, "301234567"), "301234567") << "a router's number says nothing about the driver's prefix";
   simulation.open = true;
   EXPECT_EQ(numbers.fVW(0, "0301234567"), "0301234567");
   EXPECT_EQ(boxes.shown.size(), asked);
@@ -128,18 +124,14 @@ TEST_F(NumbersTest, AsksBeforeItCorrectsThePrefix) {
 TEST_F(NumbersTest, TakesANumberApartAndNamesItsPlace) {
   const std::pair<std::string, std::string_view> cases[] = {
       {"1234", "||1234|1234|||"},
-      {"", "||||||"},
       {"Unbekannt", "||Unbekannt|Unbekannt|||"},
       {"089123456", "089|123456|München 089 123456|089 123456|München|München|"_ansi},
       {"0301", "||0301|0301|||"},
       {"03012345", "0301|2345|0301 2345|0301 2345|||"},
-      {"0302345", "03|02345|Drei 03 02345|03 02345|Drei|Drei|"},
       {"01234567", "||01234567|01234567|Unbekannt||"},
       {"0123456789", "01234567|89|gerade noch 01234567 89|01234567 89|gerade noch|gerade noch|"},
       {"0043123456", "00431|23456|Wien (Österreich) +43  1 23456|+43  1 23456|Wien (Österreich)|Wien|Österreich"_ansi},
       {"004321234", "00432|1234|Österreich +43  1234|+43  2 1234| (Österreich)||Österreich"_ansi},
-      {"00431", "00431||Wien (Österreich) +43  1|+43  1|Wien (Österreich)|Wien|Österreich"_ansi},
-      {"0043999123", "0043999|123|Nirgendwo +43999  123|+43999  123|Nirgendwo||Nirgendwo"},
       {"0043723456", "0043|723456|Österreich +43  723456|+43  723456|Österreich||Österreich"_ansi},
       {"0012125550100", "001|2125550100|USA +1  2125550100|+1  2125550100|USA||USA"},
       {"0099123456", "||0099123456|0099123456|Unbekannt||"},
@@ -151,66 +143,43 @@ TEST_F(NumbersTest, TakesANumberApartAndNamesItsPlace) {
     EXPECT_EQ(Shown(number), shown) << number;
     EXPECT_EQ(Shown(number), shown) << number << " from the speed buffer";
   }
-  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 10u) << "what is not found is not kept";
-  EXPECT_EQ(told, 10u);
-}
-
-TEST_F(NumbersTest, LeavesOutTheNamesThatNobodyWants) {
-  settings.General.NoIVW = settings.General.NoNVW = true;
+  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 7u) << "what is not found is not kept";
+  EXPECT_EQ(told, 7u);
+  numbers.SpeedBuffer_OVW_Clear();
+  settings.General.NoIVW = settings.General.NoNVW = true;  // names that nobody wants
   EXPECT_EQ(Shown("0043123456"), "00431|23456|+43  1 23456|+43  1 23456|||");
-  EXPECT_EQ(Shown("0012125550100"), "001|2125550100|+1  2125550100|+1  2125550100|||");
   EXPECT_EQ(Shown("089123456"), "089|123456|089 123456|089 123456|||");
-  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 3u);
-}
-
-TEST_F(NumbersTest, EndsWithTheUnknownWordWithoutTables) {
-  settings.General.myVWL = "99";
-  ASSERT_TRUE(store.Remove("/program/base/states/state.codes"));
-  numbers.loadLVW();
-  numbers.loadOVW("99");
-  EXPECT_FALSE(numbers.loadAOVW("99"));
-  EXPECT_TRUE(numbers.loadAOVW("0043"));
-  for (const char* number : {"0043123456", "089123456"})
-    EXPECT_EQ(numbers.GetOVW(number).VW_FormatedLocation, "Unbekannt");
-  EXPECT_TRUE(ErrorLog().empty());
 }
 
 TEST_F(NumbersTest, TellsTheJournalWhileItLoadsAndKeepsNothingOfASimulation) {
-  const auto noted = [&] {
-    oDataCall call;
-    call.DataNumber("089123456");
+  oDataCall call;
+  call.DataNumber("089123456");
+  for (const bool isSimulated : {true, false}) {
+    simulation.open = isSimulated;
+    numbers.GetOVW("089123456");
+    EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), isSimulated ? 0u : 1u);
     journal.SpeedBuffer_Journal_Get(call);
-    return call.VW_FormatedFull();
-  };
-  simulation.open = true;
-  numbers.GetOVW("089123456");
-  EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 0u);
-  simulation.open = false;
-  numbers.GetOVW("089123456");
-  EXPECT_EQ(noted(), "");
+    EXPECT_EQ(call.VW_FormatedFull(), "");
+  }
   flags.JournalLoading = true;
   numbers.GetOVW("089123456");
-  EXPECT_EQ(noted(), "München 089 123456"_ansi) << "also from the speed buffer";
+  journal.SpeedBuffer_Journal_Get(call);
+  EXPECT_EQ(call.VW_FormatedFull(), "München 089 123456"_ansi) << "also from the speed buffer";
 }
 
 TEST_F(NumbersTest, ShowsEachPartInItsStyle) {
   using Case = std::tuple<std::array<const char*, 5>, std::array<int, 3>, const char*>;
   for (const auto& [part, style, shown] :
-       {Case{{"0043", "", "1", "", "23456"}, {0, 0, 0}, "+43  1 23456"},
-        Case{{"43", "", "01", "", "23456"}, {1, 1, 0}, "0043  01 23456"},
+       {Case{{"43", "", "01", "", "23456"}, {1, 1, 0}, "0043  01 23456"},
         Case{{"0043", "", "1", "", "23456"}, {2, 2, 0}, "00 43  (0)1 23456"},
         Case{{"", "", "030", "", "1234567"}, {0, 0, 1}, "030 123 45 67"},
         Case{{"", "", "30", "", "1234567"}, {0, 1, 2}, "030 12 34 56 7"},
         Case{{"", "", "30", "", "1234567"}, {0, 2, 0}, "(0)30 1234567"},
         Case{{"", "", "", "", "1234567890123456789"}, {0, 0, 1}, "123 45 67 89 01 23 45 6789"},
         Case{{"", "", "", "", "12345678901234567"}, {0, 0, 2}, "12 34 56 78 90 12 34 567"},
-        Case{{"", "", "", "", "123"}, {0, 0, 1}, "123"},
         Case{{"0043", "A", "1", "Wien", "2"}, {0, 0, 0}, "Wien (A) +43  1 2"},
         Case{{"0043", "A", "1", "", "2"}, {0, 0, 0}, "A +43  2"},
-        Case{{"0043", "", "1", "Wien", "2"}, {0, 0, 0}, "Wien 1 2"},
-        Case{{"0043", "A", "1", "Wien", ""}, {0, 0, 0}, "Wien (A) +43  1"},
-        Case{{"", "", "30", "Berlin", "2"}, {0, 0, 0}, "Berlin 030 2"},
-        Case{{"0043", "", "", "", ""}, {0, 0, 0}, "+43"}, Case{{"", "", "", "", " "}, {0, 0, 0}, ""}})
+        Case{{"0043", "", "1", "Wien", "2"}, {0, 0, 0}, "Wien 1 2"}, Case{{"", "", "", "", " "}, {0, 0, 0}, ""}})
     EXPECT_EQ(numbers.GetNumberFormated(part[0], part[1], part[2], part[3], part[4], style[0], style[1], style[2]),
               shown);
   settings.General.NumberFormatIndexState = settings.General.NumberFormatIndexNumber = 2;
@@ -232,44 +201,25 @@ TEST_F(NumbersTest, TheSpeedBufferOutlivesTheProgramWithItsShownTexts) {
   EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), 5u);
   EXPECT_EQ(Shown("089123456"), "089||München 089 123456|089 123456|München||"_ansi) << "the first record counts";
   EXPECT_EQ(numbers.GetOVW("0301234").VW_Only, "0301") << "a record without code is analysed anew";
-  numbers.SpeedBuffer_OVW_Clear();
-  EXPECT_EQ(numbers.GetOVW("089123456").VW_NumberOnly, "123456");
-
-  store.Fail(MemoryFileStore::Operation::kOverwrite, ENOSPC);
-  numbers.SpeedBuffer_OVW_Save();
-  EXPECT_NE(ErrorLog().find("SpeedBuffer_OVW_Save"), std::string::npos);
-}
-
-TEST_F(NumbersTest, DeletesASpeedBufferInTheOldFormat) {
-  const std::string tenLines = "0891|a; b|c|d|089|\r\n;x\r\nabc;d\r\n5;\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
-  for (const auto& [text, old] : {std::pair{std::string("0891234;Berlin;x\r\n"), true},
-                                  {tenLines + "030;Berlin\r\n", true},
-                                  {tenLines + "\r\n030;Berlin\r\n", false}}) {
-    store.AddFile(kCache, text);
-    numbers.SpeedBuffer_OVW_Load();
-    EXPECT_EQ(store.Exists(kCache), !old) << text;
-    EXPECT_EQ(numbers.SpeedBuffer_OVW_Count(), old ? 0u : 1u);
-  }
-  EXPECT_TRUE(boxes.shown.empty());
 }
 
 TEST_F(NumbersTest, TheProviderTableLosesOneLeadingZeroEachTimeThatALineIsLookedAt) {
   const std::string base = "/program/base/provider/";
   store.AddFile(base + "provider_49.ini",
-                "; networks\r\n [x]\r\n0151 = a.png=x\r\n152=b.png\r\n00160=c.png\r\n115=d.png\r\n17=gone.png\r\n");
-  for (const char* image : {"a.png", "b.png", "c.png", "d.png"})
+                "; networks\r\n [x]\r\n0151 = a.png=x\r\n152=b.png\r\n00160=c.png\r\n17=gone.png\r\n");
+  for (const char* image : {"a.png", "b.png", "c.png"})
     store.AddFile(base + "images/" + image, "x");
   numbers.LoadProvider();
   EXPECT_EQ(numbers.Get_ProviderFile("0160123"), "") << "the key is 0160 so far";
   for (const auto& [number, image] :
-       Arrows({"0160123 -> c.png", "0151234 -> a.png", "9152234 -> b.png", "115 -> d.png", "0171234 ->", "->"}))
+       Arrows({"0160123 -> c.png", "0151234 -> a.png", "9152234 -> b.png", "0171234 ->", "->"}))
     EXPECT_EQ(numbers.Get_ProviderFile(number), image.empty() ? "" : base + "images/" + image) << number;
 }
 
 TEST_F(NumbersTest, AFlagIsThatOfTheLastFittingCountryThatHasOne) {
   const std::string images = "/program/base/states/images/";
   store.AddFile(images + "at.png", "x");
-  for (const auto& [number, flag] : Arrows({"0043123 -> at.png", "0043999123 -> at.png", "0049123 ->", "043123 ->"}))
+  for (const auto& [number, flag] : Arrows({"0043999123 -> at.png", "0049123 ->", "043123 ->"}))
     EXPECT_EQ(numbers.Get_StateFlagFile(number), flag.empty() ? "" : images + flag) << number;
   store.AddFile(images + "xx.png", "x");
   EXPECT_EQ(numbers.Get_StateFlagFile("0043999123"), images + "xx.png");
