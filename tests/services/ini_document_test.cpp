@@ -45,14 +45,17 @@ TEST(IniDocument, ValuesComeBackAsTheyWereWrittenAndForgeNothing) {
   EXPECT_FALSE(IniDocument(document.Text()).Get("B", "c").has_value());
 }
 
-TEST(IniDocument, KeepsTheByteOrderMarkWhateverItsFirstLineSuffers) {
-  const std::string mark = "\xEF\xBB\xBF";
-  IniDocument document(mark + "a=1\r\nb=2\r\n[A]\r\nc=3\r\n");
-  EXPECT_EQ(document.Section("").front().first, "a");
+TEST(IniDocument, DeletesKeysAndSectionsAndKeepsTheByteOrderMark) {
+  IniDocument document(
+      "\xEF\xBB\xBF"
+      "a=1\r\nb=2\r\n[A]\r\nb=1\r\nc=2\r\n[B]\r\nb=3\r\n[a]\r\nd=4\r\n");
   document.Set("", "a", "4");
-  EXPECT_EQ(document.Text(), mark + "a=4\r\nb=2\r\n[A]\r\nc=3\r\n");
+  EXPECT_EQ(document.Section("").front(), std::pair(std::string("a"), std::string("4")));
   EXPECT_TRUE(document.DeleteKey("", "a") && document.DeleteSection(""));
-  EXPECT_EQ(document.Text(), mark + "[A]\r\nc=3\r\n");
+  EXPECT_TRUE(document.DeleteKey("A", "B") && !document.DeleteKey("A", "b"));
+  EXPECT_EQ(document.Section("A").size(), 2u);
+  EXPECT_TRUE(document.DeleteSection("A") && !document.DeleteSection("A"));
+  EXPECT_EQ(document.Text(), "\xEF\xBB\xBF[B]\r\nb=3\r\n");
 }
 
 TEST(IniDocument, ACommentComesOnceAndNeverOverTheUsersOwn) {
@@ -67,15 +70,6 @@ TEST(IniDocument, ACommentComesOnceAndNeverOverTheUsersOwn) {
       document.Comment("A", "why\nb=3");
     EXPECT_EQ(document.Text(), after);
   }
-}
-
-TEST(IniDocument, DeletesKeysAndSections) {
-  IniDocument document("[A]\r\nb=1\r\nc=2\r\n[B]\r\nb=3\r\n[a]\r\nd=4\r\n");
-  EXPECT_TRUE(document.DeleteKey("A", "B") && !document.DeleteKey("A", "b"));
-  EXPECT_EQ(document.Get("B", "b"), "3");
-  EXPECT_EQ(document.Section("A").size(), 2u);
-  EXPECT_TRUE(document.DeleteSection("A") && !document.DeleteSection("A"));
-  EXPECT_EQ(document.Text(), "[B]\r\nb=3\r\n");
 }
 
 }  // namespace

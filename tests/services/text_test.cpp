@@ -20,20 +20,12 @@ TEST(Ansi, EveryByteSurvivesARoundTrip) {
 }
 
 TEST(Ansi, Utf8BecomesWindows1252) {
-  for (const auto& [utf8, ansi] : {std::pair{"Übersicht €",
-                                             "\xDC"
-                                             "bersicht \x80"},
-                                   {"„Anruf“ – Žluť",
-                                    "\x84"
-                                    "Anruf\x93 \x96 \x8Elu?"},
-                                   {"\xF0\x9F\x93\x9E", "?"}})
+  for (const auto& [utf8, ansi] :
+       {std::pair{"Ü €", "\xDC \x80"}, {"„ Anruf“ – Žluť", "\x84 Anruf\x93 \x96 \x8Elu?"}, {"\xF0\x9F\x93\x9E", "?"}})
     EXPECT_EQ(FromUtf8(utf8), ansi) << utf8;
   // Not UTF-8, overlong, a surrogate, cut off: kept.
   for (const char* kept : {"a\xFFz", "\xC0\xAF", "\xED\xA0\x80", "\xE2\x82"})
     EXPECT_EQ(FromUtf8(kept), kept);
-  EXPECT_EQ("Übersicht €"_ansi,
-            "\xDC"
-            "bersicht \x80");
 }
 
 TEST(Text, CaseFollowsTheCodePage) {
@@ -43,15 +35,11 @@ TEST(Text, CaseFollowsTheCodePage) {
   EXPECT_FALSE(ContainsNoCase("unbekann", "Unbekannt") || StartsWithNoCase("ab", "ABC"));
 }
 
-TEST(Text, SplitsJoinsAndReplaces) {
+TEST(Text, SplitsAndReplaces) {
   EXPECT_THAT(Split("a;;b;", ";"), ElementsAre("a", "", "b", ""));
-  EXPECT_THAT(Split("", ";"), ElementsAre(""));
   EXPECT_THAT(Split("a\r\nb", "\r\n"), ElementsAre("a", "b"));
-  EXPECT_EQ(Join({"a", "b"}, "/"), "a/b");
-  EXPECT_EQ(Replace("aXXbX", "X", "yy"), "ayyyybyy");
-  EXPECT_EQ(Replace("abc", "", "x"), "abc");
+  EXPECT_EQ(Replace("aXXbX", "X", "yy") + Replace("abc", "", "x"), "ayyyybyyabc");
   EXPECT_EQ(Trim("  a\t "), "a\t");
-  EXPECT_EQ(Padded(7, 2) + Padded(123, 2), "07123");
   EXPECT_EQ(WithoutControls(std::string("a\0b\tc\x7F\x1B\xE4", 8)), "a b c  \xE4");
 }
 
