@@ -38,24 +38,8 @@ class BlacklistCommandTest : public testing::Test, protected DataRoom {
   NotedProgress progress;
   JournalCache cache;
   JournalFlags flags;
-  modBook book{{files,
-                folders,
-                blocks,
-                loop,
-                numbers,
-                schedules,
-                messages,
-                doubles,
-                window,
-                list,
-                progress,
-                cache,
-                flags,
-                {},
-                {},
-                {},
-                {},
-                {}}};
+  modBook book{{files, folders, blocks, loop, numbers, schedules, messages, doubles, window, list, progress, cache,
+                flags, nullptr, nullptr, nullptr, nullptr, nullptr}};
   BlacklistCommand command{list, book};
 };
 
