@@ -29,7 +29,7 @@ constexpr const char* kCallEnd = "event 14 of 0: id 257";
 
 struct CapiCalls {
   CapiCalls(CapiDriver& driver, CallEvents& events, CallWatch& watch)
-      : session({driver, events, switches, loop, [] { return CapiSwitches(); }, [this] { ++stateChanges; }}, {}),
+      : session({driver, events, switches, loop, [] { return CapiSwitches(); }, [] {}}, {}),
         calls({session, loop.GetClock(), logs, switches, events, ownNumbers, prefixInput, simulation, watch,
                [this](const std::string& found) { prefix = found; },
                [this](const std::string& number, const std::string& infoPrefix, const std::string& zeros) {
@@ -48,7 +48,6 @@ struct CapiCalls {
   AskingPrefix prefixInput;
   OpenSimulation simulation;
   std::string prefix, tested;  // LastPrefix, and what a test call gave
-  int stateChanges = 0;
   CAPI_session session;
   modCallFunctions_CAPI calls;
 };

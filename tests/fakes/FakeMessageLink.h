@@ -30,7 +30,6 @@ class FakeMessageLink : public MessageLink {
   std::vector<Message> sent;  // failed ones too
   bool tookOver = false;
   int opened = 0;
-  int closed = 0;
 
   bool IsOpen() const { return receiver_ != nullptr; }
   void Deliver(std::uint32_t word, const std::string& text = {}, Peer peer = 1) {
@@ -53,7 +52,6 @@ class FakeMessageLink : public MessageLink {
   WindowHandle Own() const override { return own_; }
   bool OwnsEndpoint() const override { return IsOpen() && ownsEndpoint; }
   void Close() override {
-    ++closed;
     own_ = 0;
     receiver_ = nullptr;
   }

@@ -44,6 +44,9 @@ class AVM_monitorTest : public testing::Test, protected fakes::RouterLine {
 
 TEST_F(AVM_monitorTest, EachKindOfCallTellsItsStepsInTheirOrder) {
   LineOptions& options = switches.options;
+  const Lines missed{kRing, kEnd}, taken{kRing, kConnect, kEndOfTen};
+  const Lines notReached{kCall, kEnd}, reached{kCall, kConnect, kEndOfTen};
+  const Tape toldOnly{"dialled 0222222", "answered 0222222", "ended 0222222"};
   struct Row {
     const char* what;
     Lines lines;
@@ -51,36 +54,26 @@ TEST_F(AVM_monitorTest, EachKindOfCallTellsItsStepsInTheirOrder) {
     std::function<void()> set = [] {};
   };
   const Row rows[] = {
-      {"missed", {kRing, kEnd}, {kRings, kShown, kOver, "ended 0111111"}},
+      {"missed", missed, {kRings, kShown, kOver, "ended 0111111"}},
       // The duration finds the journal line by the pipeline's time and normal form.
       {"taken",
-       {kRing, kConnect, kEndOfTen},
+       taken,
        {kRings, kShown, kOver, "answered 071NORMAL", "period 10:28:30 071NORMAL 10", "ended 071NORMAL"},
        [&] { events.normalised = "071NORMAL"; }},
-      {"not reached", {kCall, kEnd}, {"dialled 0222222", kJournalled, "ended 0222222"}},
+      {"not reached", notReached, {"dialled 0222222", kJournalled, "ended 0222222"}},
       {"reached",
-       {kCall, kConnect, kEndOfTen},
+       reached,
        {"dialled 0222222", kJournalled, "answered 0222222", "period 10:22:07 0222222 10", "ended 0222222"}},
       {"dialled without area code", {"CALL;0;11;77;100952"}, {"dialled 07191100952"}, [&] { options.myVWO = "7191"; }},
-      {"an own number without journal",
-       {kCall, kConnect, kEndOfTen},
-       {"dialled 0222222", "answered 0222222", "ended 0222222"},
-       [&] { ownNumbers.notJournalled = "77"; }},
-      {"no journal of outgoing calls",
-       {kCall, kConnect, kEndOfTen},
-       {"dialled 0222222", "answered 0222222", "ended 0222222"},
-       [&] { options.AVM_SaveOutgoingCalls = false; }},
+      {"an own number without journal", reached, toldOnly, [&] { ownNumbers.notJournalled = "77"; }},
+      {"no journal of outgoing calls", reached, toldOnly, [&] { options.AVM_SaveOutgoingCalls = false; }},
       {"internal, so without a line that the seconds could find",
        {"RING;0;0111;77;ISDN;", kConnect, kEndOfTen},
        {kShown, kOver, "answered 0111", "ended 0111"},
        [&] { options.NoIntern = true; }},
       {"the driver owns incoming calls and has journalled this one",
-       {kRing, kConnect, kEndOfTen},
+       taken,
        {"answered 0111111", "period 10:22:07 0111111 10", "ended 0111111"},
-       [&] { options.CallMode_CAPI = true; }},
-      {"the driver does not own outgoing ones",
-       {kCall, kEnd},
-       {"dialled 0222222", kJournalled, "ended 0222222"},
        [&] { options.CallMode_CAPI = true; }},
       {"an id that is still open keeps its first call",
        {kRing, "RING;0;0333333;77;ISDN;", kEnd, kEnd, kConnect},
@@ -102,19 +95,28 @@ TEST_F(AVM_monitorTest, EachKindOfCallTellsItsStepsInTheirOrder) {
 }
 
 TEST_F(AVM_monitorTest, TheRulesAheadOfThePipelineChangeOrHoldBackACall) {
+  LineOptions& options = switches.options;
+  const auto plain = [] {};
+  const auto cut = [&] { options.SpezialCuttNull = true; };
+  const auto noIntern = [&] { options.NoIntern = true; };
+  const auto onlyOwn = [&] { options.MSNLO = true; };
+  const auto own = [&](const char* MSN) {
+    onlyOwn();
+    const auto entry = std::make_shared<oDataMSN>();
+    entry->Key = MSN;
+    ownNumbers.table.Add(entry);
+  };
   struct Row {
     const char* number;
-    void (*set)(LineOptions&);
+    std::function<void()> set;
     const char* forwarded;  // empty: only the end of the new call follows
   };
-  const auto plain = [](LineOptions&) {};
-  const auto cut = [](LineOptions& options) { options.SpezialCuttNull = true; };
-  const auto noIntern = [](LineOptions& options) { options.NoIntern = true; };
   for (const Row& row :
        {Row{"", plain, "Unbekannt"}, Row{"01711230", cut, "0171123"}, Row{"0171123", cut, "0171123"},
-        Row{"1234", noIntern, ""}, Row{"12345", noIntern, "12345"}, Row{"01\t71\r\n23", plain, "01 71  23"}}) {
-    switches.options = {};
-    row.set(switches.options);
+        Row{"1234", noIntern, ""}, Row{"12345", noIntern, "12345"}, Row{"01\t71\r\n23", plain, "01 71  23"},
+        Row{"0111", onlyOwn, "0111"}, Row{"0111", [&] { own("78"); }, ""}, Row{"0111", [&] { own("77"); }, "0111"}}) {
+    options = {};
+    row.set();
     const Tape played = Play({std::string("RING;0;") + row.number + ";77;ISDN;"});
     const std::string passedOn = "event 12 of 16: " + std::string(row.forwarded) + " to 77, id 0, CIP 16";
     EXPECT_EQ(played, *row.forwarded == 0 ? Tape{kShown} : (Tape{passedOn, kShown})) << row.number;
@@ -130,20 +132,9 @@ TEST_F(AVM_monitorTest, RealCallsAreLoggedAndDroppedWhileTheUserSimulatesOrTests
   simulation.open = false;
   prefixInput.asking = true;
   EXPECT_THAT(Play({"RING;1;0111111;77;ISDN;"}), IsEmpty());
-  EXPECT_EQ(logs.Text(R"(\log\raw_avm.txt)"), "");
   prefixInput.asking = false;
   Play({"RING;2;0111111;77;ISDN;"});
   EXPECT_EQ(logs.Text(R"(\log\raw_avm.txt)"), "13.03.2024 12:00:00|28.08.10 10:22:07;RING;2;0111111;77;ISDN;\n");
-}
-
-TEST_F(AVM_monitorTest, ForeignOwnNumbersAreKnownOnlyWhereThereIsATable) {
-  switches.options.MSNLO = true;
-  EXPECT_THAT(Play({kRing}), ElementsAre(kRings, kShown));
-  const auto own = std::make_shared<oDataMSN>();
-  own->Key = "77";
-  ownNumbers.table.Add(own);
-  EXPECT_THAT(Play({"RING;1;0111111;78;ISDN;"}), ElementsAre(kShown));
-  EXPECT_THAT(Play({kEnd, kRing}), ElementsAre(kOver, "ended 0111111", kRings, kShown));
 }
 
 TEST_F(AVM_monitorTest, ALineThatComesTwiceIsOneEvent) {
@@ -175,21 +166,16 @@ TEST_F(AVM_monitorTest, MoreCallsThanARouterHasMakeRoomForTheNextOne) {
   const AttachedLog log(clock);
   const auto ring = [this](int id) { return Play({"RING;" + std::to_string(id) + ";0111111;77;SIP0;"}); };
   const auto rings = [](int id) { return "event 12 of 16: 0111111 to 77, id " + std::to_string(id) + ", CIP 16"; };
-  for (const int first : {1000, 2000}) {
-    for (int id = first; id < first + 256; ++id)
-      EXPECT_EQ(ring(id), (Tape{rings(id), kShown}));
-    if (first == 2000) Play({"CONNECT;2001;4;0;"});
-    EXPECT_EQ(ring(1), (Tape{"event 14 of 16: id " + std::to_string(first), "ended 0111111", rings(1), kShown}));
-    if (first == 2000) {
-      EXPECT_EQ(ring(2), (Tape{rings(2), kShown})) << "it was taken, and stands in the journal";
-    }
-    Lose();
-    EXPECT_EQ(ring(3), (Tape{rings(3), kShown}));
-    EXPECT_EQ(monitor.AVMCallList().Count(), 1u);
-    Play({"DISCONNECT;3;0;"});
-  }
-  const std::string errors = log.Errors();  // one line for each of the three connections
-  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 3);
+  for (int id = 1000; id < 1256; ++id)
+    EXPECT_EQ(ring(id), (Tape{rings(id), kShown}));
+  Play({"CONNECT;1001;4;0;"});
+  EXPECT_EQ(ring(1), (Tape{"event 14 of 16: id 1000", "ended 0111111", rings(1), kShown}));
+  EXPECT_EQ(ring(2), (Tape{rings(2), kShown})) << "it was taken, and stands in the journal";
+  const std::string errors = log.Errors();
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1);
+  Lose();
+  EXPECT_EQ(ring(3), (Tape{rings(3), kShown}));
+  EXPECT_EQ(monitor.AVMCallList().Count(), 1u);
 }
 
 TEST_F(AVM_monitorTest, LinesOfOtherKindsAndHalfOnesSetNothingOff) {

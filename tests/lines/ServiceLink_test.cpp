@@ -18,6 +18,7 @@ using Program = FakeProcesses::Program;
 
 const std::string kProgram = "/program/Vorlixservice";
 const std::string kNoAnswer = "[Vorlix]  Service antwortet nicht!\n";
+const std::string kModeError = "[Vorlix]  6 Mode-Error\n";
 
 class ServiceLinkTest : public testing::Test, protected DataRoom {
  protected:
@@ -55,9 +56,7 @@ TEST_F(ServiceLinkTest, AMachineWithoutTheServiceNoticesNothing) {
   timers.AllTimerStart();
   service.StartService();
   loop.Advance(10s);
-  EXPECT_EQ(link.opened, 0);
-  EXPECT_THAT(link.sent, IsEmpty());
-  EXPECT_THAT(processes.started, IsEmpty());
+  EXPECT_TRUE(link.opened == 0 && link.sent.empty() && processes.started.empty());
   EXPECT_EQ(Log(), "");
   EXPECT_EQ(service.ServiceStatus(), ServiceState::kNotInstalled);
 }
@@ -81,47 +80,42 @@ TEST_F(ServiceLinkTest, TakesTheLineOverInTheStepsThatTheServiceTells) {
 }
 
 TEST_F(ServiceLinkTest, ASilentOrLostServiceStandsInTheLog) {
+  link.canOpen = false;
+  Start();
+  EXPECT_EQ(Log(), kModeError);
+  link.canOpen = true;
   link.sendSucceeds = false;
   Start();
-  EXPECT_EQ(Log(), kNoAnswer);
   link.sendSucceeds = true;
   Say("wait");
   link.LosePeer(7);
   link.LosePeer();
-  EXPECT_EQ(Log(), kNoAnswer + kNoAnswer);
+  EXPECT_EQ(Log(), kModeError + kNoAnswer + kNoAnswer);
   EXPECT_THAT(Say("wait"), ElementsAre("ok"));  // a new link begins anew
   state.ExitInProgress = true;
   link.LosePeer();
   isLogged = false;
   link.Deliver(99, "x");
-  EXPECT_EQ(Log(), kNoAnswer + kNoAnswer);
-}
-
-TEST_F(ServiceLinkTest, FaultsOfTheLinkAreLoggedByCodeAndName) {
-  link.canOpen = false;
-  Start();
-  service.txtDDE_LinkError(11);
-  service.txtDDE_LinkError(99);
-  EXPECT_EQ(Log(), "[Vorlix]  6 Mode-Error\n[Vorlix]  11 Memory-Overflow\n[Vorlix]  99 \n");
+  EXPECT_EQ(Log(), kModeError + kNoAnswer + kNoAnswer);
 }
 
 TEST_F(ServiceLinkTest, ShowsItsStateEachSecondWhileThatIsWanted) {
   Start();
   std::string shown;
-  const auto shownAfterASecond = [&] {
+  const auto expectASecondLater = [&](const char* name) {
     loop.Advance(1s);
-    return shown;
+    EXPECT_EQ(shown, name);
   };
   service.ShowStatus([&](const std::string& name) { shown = name; });
-  EXPECT_EQ(shownAfterASecond(), "Service bereit zum Start!");
+  expectASecondLater("Service bereit zum Start!");
   service.StartService();
-  EXPECT_EQ(shownAfterASecond(), "Service wird gestartet!");
+  expectASecondLater("Service wird gestartet!");
   EXPECT_THAT(processes.started, ElementsAre(Program{kProgram, {}}));
   Say("wait");
-  EXPECT_EQ(shownAfterASecond(), "Service ist aktiv!");
+  expectASecondLater("Service ist aktiv!");
   service.ShowStatus({});
   link.LosePeer();
-  EXPECT_EQ(shownAfterASecond(), "Service ist aktiv!");
+  expectASecondLater("Service ist aktiv!");
 }
 
 TEST_F(ServiceLinkTest, InstallsAndRemovesOnceForEachChange) {
@@ -133,6 +127,7 @@ TEST_F(ServiceLinkTest, InstallsAndRemovesOnceForEachChange) {
   }
   EXPECT_EQ(service.ServiceStatus(), ServiceState::kNotInstalled);
   EXPECT_THAT(processes.started, ElementsAre(Program{kProgram, {"-install"}}, Program{kProgram, {"-uninstall"}}));
+  EXPECT_EQ(processes.refused.size(), 1u);
 }
 
 }  // namespace
