@@ -1,6 +1,11 @@
 #include "platform/posix/Capi20Library.h"
 
-#include "fakes/CapiMachine.h"
+#include <dlfcn.h>
+
+#include <gtest/gtest.h>
+
+#include "fakes/CapiServer.h"
+#include "fakes/TemporaryFolder.h"
 
 namespace vorlix {
 namespace {
@@ -17,13 +22,9 @@ TEST(Capi20LibraryAbsent, WithoutTheLibraryNothingIsThere) {
     Capi20Library driver(file);
     std::uint32_t applId = 7;
     std::string text = "x";
-    CapiProfile profile{};
-    CapiVersion version{};
     EXPECT_FALSE(driver.IsDLLAvailable());
-    for (const std::uint32_t code :
-         {driver.CAPI_INSTALLED(), driver.CAPI_REGISTER({}, applId), driver.CAPI_GET_PROFILE(profile, 0),
-          driver.CAPI_GET_VERSION(version), driver.CAPI_GET_MANUFACTURER(text), driver.CAPI_GET_MESSAGE(1, text),
-          driver.CAPI_PUT_MESSAGE(1, "x"), driver.CAPI_RELEASE(1)})
+    for (const std::uint32_t code : {driver.CAPI_INSTALLED(), driver.CAPI_REGISTER({}, applId),
+                                     driver.CAPI_GET_MESSAGE(1, text), driver.CAPI_PUT_MESSAGE(1, "x")})
       EXPECT_EQ(code, kCapiNotInstalled);
     EXPECT_TRUE(applId == 0 && text.empty());
     driver.StartAsking();
@@ -31,8 +32,13 @@ TEST(Capi20LibraryAbsent, WithoutTheLibraryNothingIsThere) {
   }
 }
 
-class Capi20LibraryTest : public CapiMachine {
+// The machine's own library, with a driver in the network behind it.
+class Capi20LibraryTest : public testing::Test {
  protected:
+  void SetUp() override {
+    ASSERT_NE(dlopen(Capi20Library::kFile, RTLD_NOW), nullptr) << "the package libcapi20-3 is missing";
+    ASSERT_TRUE(driver.IsDLLAvailable());
+  }
   void TearDown() override {
     if (applId != 0) driver.CAPI_RELEASE(applId);
   }
@@ -55,6 +61,11 @@ class Capi20LibraryTest : public CapiMachine {
   }
   std::string NextMessage() { return Get() == kCapiOk ? fakes::ToHex(message) : "none"; }
 
+  static inline int port = 0;  // the library reads its configuration once
+  TemporaryFolder home;
+  CapiServer server{port};
+  TemporaryVariable variable{"HOME", (server.WriteConfiguration(home.Path()), port = server.Port(), home.Path())};
+  Capi20Library driver;
   std::uint32_t applId = 0;
   std::string message;
 };
@@ -63,12 +74,11 @@ TEST_F(Capi20LibraryTest, TalksToADriver) {
   EXPECT_EQ(driver.CAPI_INSTALLED(), kCapiOk);
   CapiVersion version{};
   std::string maker;
-  EXPECT_EQ(driver.CAPI_GET_VERSION(version), kCapiOk);
-  EXPECT_EQ(driver.CAPI_GET_MANUFACTURER(maker), kCapiOk);
+  CapiProfile profile{};
+  EXPECT_EQ(driver.CAPI_GET_VERSION(version) | driver.CAPI_GET_MANUFACTURER(maker), kCapiOk);
   EXPECT_TRUE(version[0] == 2 && !maker.empty());
   ASSERT_EQ(Register(), kCapiOk);
   EXPECT_EQ(applId, 7U);
-  CapiProfile profile{};
   EXPECT_EQ(driver.CAPI_GET_PROFILE(profile, 1), kCapiOk);
   EXPECT_TRUE(profile[0] == 1 && profile[2] == 2);
   EXPECT_EQ(driver.CAPI_GET_MESSAGE(applId, message), kCapiQueueEmpty);

@@ -11,24 +11,14 @@ namespace {
 using Names = std::vector<std::string>;
 
 TEST(LoadedModulesTest, TakesTheNamesOfTheFilesOnceAndInLowerCase) {
-  const std::string_view at = "7f00-7f01 r-xp 00000000 08:01 4711    ";
-  const std::pair<std::string, Names> table[] = {
-      {"", {}},
-      {"\n\n", {}},
-      {"/short", {}},
-      {"7f00-7f01 rw-p 00000000 00:00 0 \n7f01-7f02 rw-p 00000000 00:00 0", {}},
-      {std::string(at) + "[heap]\n" + std::string(at) + "[anon: /x/d3d9.dll]\n" + std::string(at) + "/folder/\n", {}},
-      {std::string(at) + "/opt/A Game/D3D9.dll\n" + std::string(at) + "/lib/libGL.so.1\n" + std::string(at) +
-           "/opt/A Game/D3D9.dll",
-       {"d3d9.dll", "libgl.so.1"}},
-      {std::string(at) + "/tmp/OpenGL32.DLL (deleted)\n", {"opengl32.dll"}},
-      {std::string(at) + "/x/\xC3\x84"
-                         "b\xFF\\012.so\n",
-       {"\xE4"
-        "b\xFF\\012.so"}},
-  };
-  for (const auto& [maps, names] : table)
-    EXPECT_EQ(ModulesInMaps(maps), names) << maps;
+  const std::string at = "7f00-7f01 r-xp 00000000 08:01 4711    ";
+  std::string maps = "/short\n\n7f00-7f01 rw-p 00000000 00:00 0 \n";
+  for (const char* path : {"[heap]", "[anon: /x/d3d9.dll]", "/folder/", "/opt/A Game/D3D9.dll", "/lib/libGL.so.1",
+                           "/opt/A Game/D3D9.dll", "/tmp/OpenGL32.DLL (deleted)", "/x/\xC3\x84.\xFF\\012.so"})
+    maps += at + path + "\n";
+  EXPECT_EQ(ModulesInMaps(maps), (Names{"d3d9.dll", "libgl.so.1", "opengl32.dll", "\xE4.\xFF\\012.so"}));
+  EXPECT_EQ(ModulesInMaps(at + "/no/line end.so"), Names{"line end.so"});
+  EXPECT_EQ(ModulesInMaps(""), Names());
 }
 
 TEST(LoadedModulesTest, KnowsThisProgramAndNothingOfOneThatIsNotThere) {
