@@ -30,41 +30,34 @@ TEST(NCIDLines, AnnouncementsOfCallsAreHandedOverAndNothingElse) {
   // A second call on a busy line: there is one at a time, so the first ends. One that was hung up is over at once.
   EXPECT_THAT(NCIDLinesToHandOver("WID:" + rest), ElementsAre("HUP", "WID:" + rest));
   EXPECT_THAT(NCIDLinesToHandOver("HUP:" + rest), ElementsAre("HUP", "HUP:" + rest, "HUP"));
-  for (const char* label : {"CIDLOG:", "HUPLOG:", "OUT:", "BLK:", "PUT:", "END:", "CIDINFO:", "MSG:", "NOT:", "LOG:",
-                            "cid:", " CID:", "xCID:", "CID", "200 Server:", "MSG: CID:", ":", ""}) {
+  for (const char* label : {"CIDLOG:", "HUPLOG:", "OUT:", "BLK:", "END:", "CIDINFO:", "MSG:", "cid:", " CID:", "xCID:",
+                            "CID", "200 Server:", "MSG: CID:", ""})
     EXPECT_THAT(NCIDLinesToHandOver(label + rest), IsEmpty()) << label;
-  }
   for (const char* line : {"CID:", "CID: text", "CID: *", "CID: * *TEXT*030*", "HUP: text", "", ":"})
     EXPECT_THAT(NCIDLinesToHandOver(line), IsEmpty()) << line;
 }
 
-TEST(NCIDLines, FieldsComeInAnyOrderWithStarsInAndBeforeThem) {
-  const std::pair<const char*, const char*> rows[] = {
-      {"CID: *DATE*22102010*TIME*1502*LINE**NMBR*089999999999*MESG*NONE*NAME*NO NAME*", "|089999999999"},
-      {"CID: ***DATE*03032022*TIME*0935*LINE*WC09*NMBR*4185550865*MESG*NONE*NAME*X*", "WC09|4185550865"},
-      {"CID: *DATE*06252005*TIME*1312*NMBR*14075550164*MESG*NONE*NAME*NO LINE*", "|14075550164"},
-      {"CID: *NAME*X*MESG*NONE*NMBR*0301*FNMBR*030-1*CTRY*DE*LINE*7*TIME*1*DATE*1*", "7|0301"},
-      {"CID: *line*7*Nmbr*0301*", "7|0301"},
-      {"CID:*LINE*7*NMBR*0301", "7|0301"},
-      {"CID: *LINE*7*NMBR***622*MESG*NONE*NAME*Phone*", "7|622"},
-      {"CID: *LINE*7*NMBR**17*MESG*NONE*NAME*?a_name@home*", "7|17"},
-      {"CID: *LINE*A*B*NMBR*12125550170*MESG*NONE*NAME*Star*Name*", "A|12125550170"},
-      {"CID: *LINE*7*NMBR*0301*MESG*NONE*NAME*x*NMBR*0999*LINE*8*", "7|0301"},
-      {"CID: *LINE*LINE*NMBR*0301*", "LINE|0301"},
-      {"CID: *LINE**NMBR**MESG*NONE*", "|"},
-      {"CID: *LINE*7*NMBR*+49 30 123*", "7|+4930123"},
-      {"CID: *LINE*B\xC3\xBCro \xFC*NMBR*1*", "B\xFCro \xFC|1"},
-      {"CID: *LINE*7*NMBR", "7|"},
-      {"CID: *LINE*7*NMBR***", "7|"},
-  };
-  for (const auto& [line, call] : rows) {
+TEST(NCIDLines, FieldsComeInAnyOrderWithStarsInAndBeforeThemAndAWordInPlaceOfANumberIsAWithheldOne) {
+  for (const auto& [line, call] : {
+           std::pair{"CID: *DATE*22102010*TIME*1502*LINE**NMBR*0899*MESG*NONE*NAME*NO NAME*", "|0899"},
+           {"CID: ***DATE*03032022*TIME*0935*LINE*WC09*NMBR*4185*MESG*NONE*NAME*X*", "WC09|4185"},
+           {"CID: *DATE*06252005*TIME*1312*NMBR*1407*MESG*NONE*NAME*NO LINE*", "|1407"},
+           {"CID: *NAME*X*MESG*NONE*NMBR*0301*FNMBR*030-1*CTRY*DE*LINE*7*TIME*1*DATE*1*", "7|0301"},
+           {"CID:*line*7*Nmbr*0301", "7|0301"},
+           {"CID: *LINE*7*NMBR***622*MESG*NONE*NAME*Phone*", "7|622"},
+           {"CID: *LINE*A*B*NMBR*1212*MESG*NONE*NAME*Star*Name*", "A|1212"},
+           {"CID: *LINE*7*NMBR*0301*MESG*NONE*NAME*x*NMBR*0999*LINE*8*", "7|0301"},
+           {"CID: *LINE*LINE*NMBR*0301*", "LINE|0301"},
+           {"CID: *LINE**NMBR**MESG*NONE*", "|"},
+           {"CID: *LINE*7*NMBR*+49 30 123*", "7|+4930123"},
+           {"CID: *LINE*B\xC3\xBCro \xFC*NMBR*1*", "B\xFCro \xFC|1"},
+           {"CID: *LINE*7*NMBR", "7|"},
+           {"CID: *LINE*7*NMBR***", "7|"},
+           {"CID: *LINE*7*NMBR*OUT-OF-AREA*MESG*NONE*NAME*PRIVATE 1*", "7|"},
+           {"CID: *LINE*7*NMBR*-*MESG*NONE*NAME*1*", "7|"},
+           {"CID: *LINE*7*NMBR*NO NUMBER*MESG*NONE*NAME*1*", "7|"},
+       })
     EXPECT_EQ(CallOf(line), call) << line;
-  }
-}
-
-TEST(NCIDLines, AWordInPlaceOfANumberIsAWithheldNumber) {
-  for (const char* word : {"PRIVATE", "Anonym", "OUT-OF-AREA", "RING", "-", "", "NO NUMBER"})
-    EXPECT_EQ(CallOf("CID: *LINE*7*NMBR*" + std::string(word) + "*MESG*NONE*NAME*PRIVATE 1*"), "7|") << word;
 }
 
 TEST(NCIDLines, WhateverAServerWritesTheNumberFitsIntoAMessage) {
