@@ -1,11 +1,6 @@
 #include "platform/posix/Capi20Library.h"
 
-#include <dlfcn.h>
-
-#include <gtest/gtest.h>
-
-#include "fakes/CapiServer.h"
-#include "fakes/TemporaryFolder.h"
+#include "fakes/CapiMachine.h"
 
 namespace vorlix {
 namespace {
@@ -32,13 +27,8 @@ TEST(Capi20LibraryAbsent, WithoutTheLibraryNothingIsThere) {
   }
 }
 
-// The machine's own library, with a driver in the network behind it.
-class Capi20LibraryTest : public testing::Test {
+class Capi20LibraryTest : public CapiMachine {
  protected:
-  void SetUp() override {
-    ASSERT_NE(dlopen(Capi20Library::kFile, RTLD_NOW), nullptr) << "the package libcapi20-3 is missing";
-    ASSERT_TRUE(driver.IsDLLAvailable());
-  }
   void TearDown() override {
     if (applId != 0) driver.CAPI_RELEASE(applId);
   }
@@ -61,11 +51,6 @@ class Capi20LibraryTest : public testing::Test {
   }
   std::string NextMessage() { return Get() == kCapiOk ? fakes::ToHex(message) : "none"; }
 
-  static inline int port = 0;  // the library reads its configuration once
-  TemporaryFolder home;
-  CapiServer server{port};
-  TemporaryVariable variable{"HOME", (server.WriteConfiguration(home.Path()), port = server.Port(), home.Path())};
-  Capi20Library driver;
   std::uint32_t applId = 0;
   std::string message;
 };
