@@ -10,6 +10,7 @@
 
 #include "core/null_ports.h"
 #include "fakes/ManualReactor.h"
+#include "screens/CallFeed.h"
 #include "screens/CallerDisplay.h"
 #include "screens/null_views.h"
 
@@ -161,12 +162,13 @@ class DisplayRoom {
   explicit DisplayRoom(Arguments&&... arguments) : bar(std::forward<Arguments>(arguments)...) {
     settings.General.CallMode_CAPI = false;
   }
+  // For a bar that asks for the time.
+  explicit DisplayRoom(CallFeedView& feed) : bar(feed, loop.GetClock()) { settings.General.CallMode_CAPI = false; }
 
   // A call that the pipeline has taken up, shown.
-  std::shared_ptr<oDataCall> Ring(int PLCI, const std::string& number, const std::string& name = {},
-                                  bool search = true) {
+  std::shared_ptr<oDataCall> Ring(int PLCI, const std::string& number, const std::string& name = {}) {
     auto call = Take(PLCI, number, name);
-    Show(search);
+    Show();
     return call;
   }
   std::shared_ptr<oDataCall> Take(int PLCI, const std::string& number, const std::string& name = {}) {

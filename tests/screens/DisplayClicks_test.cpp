@@ -1,10 +1,8 @@
 #include "screens/DisplayClicks.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/DisplayRoom.h"
-#include "services/ansi.h"
 
 namespace vorlix {
 namespace {
@@ -33,15 +31,13 @@ TEST_F(DisplayClicksTest, ADoubleClickEditsACallerAsTheBookKnowsIt) {
 }
 
 TEST_F(DisplayClicksTest, WhereThereIsNoCallOrNoEditorTheSettingSaysWhatOpens) {
-  struct Row {
-    int choice;
-    std::vector<std::string> opened;
-  };
   Show();
-  for (const Row& row : {Row{0, {"open 0"}}, Row{3, {"open 3"}}, Row{4, {}}, Row{-1, {}}}) {
-    settings.General.CallerClick = row.choice;
-    EXPECT_EQ(DoubleClick(), row.opened);
-    EXPECT_EQ(DoubleClick(9), row.opened);
+  settings.General.CallerClick = 3;
+  EXPECT_THAT(DoubleClick(), ElementsAre("open 3"));
+  EXPECT_THAT(DoubleClick(9), ElementsAre("open 3"));
+  for (const int wrong : {4, -1}) {
+    settings.General.CallerClick = wrong;
+    EXPECT_THAT(DoubleClick(), IsEmpty());
   }
   settings.General.CallerClick = 2;
   Ring(1, "0171555");
@@ -56,11 +52,13 @@ TEST_F(DisplayClicksTest, ANumberOfTheBlacklistIsToldAndNotEdited) {
   EXPECT_TRUE(bar.content.lines[0].isRefused);
 }
 
-TEST_F(DisplayClicksTest, TheStopButtonRefusesTheCallOfItsLineOnce) {
+TEST_F(DisplayClicksTest, TheStopButtonRefusesTheCallOfItsLineOnceAndNoOther) {
   settings.General.CallMode_CAPI = true;
   Ring(1, "0171555");
   const auto call = Ring(2, "0301234");
-  screen.display.ButtonEnableHangUp(1, HangUpMode::kStop, true);
+  for (const int line : {0, 1})
+    screen.display.ButtonEnableHangUp(line, HangUpMode::kStop, true);
+  state.ActiveCallList.RemoveByKeyName("1");  // it is over, its line is still there
   world.Taken();
   screen.clicks.HangUpClick(0);
   screen.clicks.HangUpClick(7);
@@ -71,39 +69,50 @@ TEST_F(DisplayClicksTest, TheStopButtonRefusesTheCallOfItsLineOnce) {
   EXPECT_TRUE(call->Blocked);
 }
 
-TEST_F(DisplayClicksTest, TheButtonOfACallThatIsOverRefusesNoOther) {
-  settings.General.CallMode_CAPI = true;
-  Ring(1, "0171555");
-  Ring(2, "0301234");
-  screen.display.ButtonEnableHangUp(0, HangUpMode::kStop, true);
-  state.ActiveCallList.RemoveByKeyName("1");
-  screen.display.DisplayResize();
-  world.Taken();
-  screen.clicks.HangUpClick(0);
-  EXPECT_THAT(world.Taken(), IsEmpty());
-}
-
 TEST_F(DisplayClicksTest, TheBellButtonEndsTheRinging) {
   Ring(1, "0171555");
   screen.display.ButtonEnableBell(0, true);
   timers.tmSoundRepeat->SetEnabled(true);
   screen.clicks.BellClick();
-  EXPECT_FALSE(timers.tmSoundRepeat->Enabled());
-  EXPECT_FALSE(bar.content.lines[0].bellEnabled);
+  EXPECT_FALSE(timers.tmSoundRepeat->Enabled() || bar.content.lines[0].bellEnabled);
 }
 
 TEST_F(DisplayClicksTest, WhatACallShowsAsItsNumberGoesOnTheBlacklist) {
-  struct Row {
-    const char* number;
-    std::vector<std::string> taken;
-  };
-  for (const Row& row : {Row{"0190", {"list 0190 Meier"}}, Row{"Unbekannt", {"list Unbekannt Meier"}}, Row{"", {}}}) {
-    state.ActiveCallList.Clear();
-    Ring(1, row.number, "Meier");
-    world.Taken();
-    screen.clicks.BlacklistClick(0);
-    EXPECT_EQ(world.Taken(), row.taken);
-  }
+  Ring(1, "Unbekannt", "Meier");
+  Ring(2, "", "Meier");
+  world.Taken();
+  screen.clicks.BlacklistClick(0);
+  screen.clicks.BlacklistClick(1);
+  EXPECT_THAT(world.Taken(), ElementsAre("list Unbekannt Meier"));
+}
+
+TEST_F(DisplayClicksTest, TheToolbarRefusesOneRingingCallAfterTheOtherWhereThereIsADriver) {
+  EXPECT_FALSE(screen.commands.ClickFromToolbar());
+  Take(7, "0190")->Blocked = true;
+  const auto first = Ring(8, "0171"), second = Ring(9, "0172");
+  screen.display.ButtonEnableHangUp(1, HangUpMode::kStop, true);
+  world.Taken();
+  EXPECT_FALSE(screen.commands.RejectCall(8) || first->Blocked);
+  settings.General.CallMode_CAPI = true;
+  EXPECT_TRUE(screen.commands.ClickFromToolbar());
+  EXPECT_TRUE(first->Blocked && !first->Active && !second->Blocked);
+  EXPECT_EQ(first->BlockFunction, 5);
+  EXPECT_FALSE(bar.content.lines.at(1).hangUpEnabled);
+  EXPECT_TRUE(screen.commands.ClickFromToolbar());
+  EXPECT_FALSE(screen.commands.ClickFromToolbar());
+  EXPECT_FALSE(screen.commands.RejectCall(7) || screen.commands.RejectCall(3));
+  EXPECT_THAT(world.Taken(), ElementsAre("refuse 8", "refuse 9"));
+}
+
+TEST_F(DisplayClicksTest, EachMarkStandsForItself) {
+  const auto& general = settings.General;
+  screen.commands.mnuBlockAllByTime_Click();
+  EXPECT_TRUE(bar.content.rejectsAll);
+  screen.commands.mnuBlockAllByTime_Click();
+  screen.commands.mnuBlockAll_Click();
+  screen.commands.mnuNoFunctionMail_Click();
+  screen.commands.mnuNoFunctionBatch_Click();
+  EXPECT_TRUE(general.BlockAll && !general.BlockAllByTime && general.MenuNoMail && general.MenuNoBatch);
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
+// The tray with its balloons and its menu, and the large window.
 #include "screens/DisplayTray.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/DisplayRoom.h"
+#include "screens/TrayMenu.h"
 #include "screens/display_texts.h"
 #include "services/ansi.h"
 
@@ -11,51 +12,48 @@ namespace vorlix {
 namespace {
 
 using std::chrono::seconds;
+using testing::ElementsAre;
 using testing::HasSubstr;
 
-class DisplayTrayTest : public testing::Test, public DisplayRoom<RecordingBar> {};
+class DisplayTrayTest : public testing::Test, public DisplayRoom<RecordingBar> {
+ protected:
+  DisplayTrayTest() { settings.General.AsBaloon = settings.General.MaxiDisplayView = true; }
+};
 
 TEST_F(DisplayTrayTest, TheBalloonTellsWhoCallsWhichNumber) {
-  struct Row {
-    const char* name;
-    const char* address;
-    const char* alias;
-    const char* title;
-    const char* end;
-  };
-  const Row rows[] = {
+  const std::tuple<std::string, std::string, std::string, std::string, std::string> rows[] = {
       {"Meier", "Berlin", "Praxis", "Anruf für 1234 (Praxis)", "Meier\r\nBerlin"},
       {"Meier", "", "1234", "Anruf für 1234", "Meier"},
       {"", "Berlin", "", "Anruf für 1234", "Berlin"},
-      {"", "", "", "Anruf für 1234", ""},
   };
-  for (const Row& row : rows) {
-    const auto call = Take(1, "0171555", row.name);
-    state.ActiveCallList.Clear();
-    call->Address(row.address);
-    call->MSNAlias = row.alias;
+  for (const auto& [name, address, alias, expected, end] : rows) {
+    const auto call = Take(1, "0171555", name);
+    call->Address(address);
+    call->MSNAlias = alias;
     std::string title, text;
     SetBaloonInfoCall(*call, "", title, text);
-    EXPECT_EQ(ToUtf8(title), row.title);
-    EXPECT_EQ(text, "13.03.2024 12:00:00\r\n\r\nAnrufer:\r\n0171555 Ort\r\n\r\n" + std::string(row.end));
+    EXPECT_EQ(ToUtf8(title), expected);
+    EXPECT_EQ(text, "13.03.2024 12:00:00\r\n\r\nAnrufer:\r\n0171555 Ort\r\n\r\n" + end);
   }
 }
 
-TEST_F(DisplayTrayTest, WithoutBalloonsTheTextIsTheTip) {
-  Ring(1, "0171555", "Meier");
+TEST_F(DisplayTrayTest, WithoutBalloonsTheTipTellsOfTheCallThatGoesOn) {
+  settings.General.AsBaloon = false;
+  Ring(1, "0171555");
+  const auto second = Ring(2, "0301234");
+  EXPECT_THAT(tray.tip, HasSubstr("0301234"));
+  End(*second);
+  EXPECT_THAT(tray.tip, HasSubstr("0171555"));
   EXPECT_TRUE(tray.balloons.empty());
-  EXPECT_EQ(tray.tip, "13.03.2024 12:00:00\r\n\r\nAnrufer:\r\n0171555 Ort\r\n\r\nMeier");
 }
 
 TEST_F(DisplayTrayTest, ABalloonComesOnceForEachCallAndAgainWithItsName) {
-  settings.General.AsBaloon = true;
   Show();
   Ring(1, "0171555");
   Ring(2, "0301234");
   Show();
   ASSERT_EQ(tray.balloons.size(), 2U);
   EXPECT_EQ(tray.balloons[0].urgency, BalloonUrgency::kCritical);
-  EXPECT_EQ(tray.balloons[0].seconds, 60);
   screen.display.DisplayCallerUpdateByNumber("0301234", "Meier", "", true);
   EXPECT_EQ(tray.balloons.size(), 3U);
   Take(3, "0190")->Blocked = true;
@@ -64,15 +62,13 @@ TEST_F(DisplayTrayTest, ABalloonComesOnceForEachCallAndAgainWithItsName) {
   state.ActiveCallList.Clear();
   screen.tray.CreateTrayInfo("Ruf nicht mehr aktiv!", 60);
   EXPECT_EQ(tray.balloons.back().title, "AVM OK");
-  EXPECT_EQ(tray.balloons.back().urgency, BalloonUrgency::kLow);
 }
 
 TEST_F(DisplayTrayTest, ABalloonLivesAsLongAsTheSettingsSayOrUntilItIsDismissed) {
-  settings.General.AsBaloon = true;
   settings.General.HideTimeTray = 15;
-  Ring(1, "0171555");
+  End(*Ring(1, "0171555"));  // the last one: its balloon stays
   loop.Advance(seconds(14));
-  EXPECT_TRUE(tray.isOpen && screen.tray.IsShown());
+  EXPECT_TRUE(tray.isOpen);
   loop.Advance(seconds(1));
   EXPECT_FALSE(tray.isOpen || screen.tray.IsShown());
   Ring(2, "0301234");
@@ -82,7 +78,7 @@ TEST_F(DisplayTrayTest, ABalloonLivesAsLongAsTheSettingsSayOrUntilItIsDismissed)
 }
 
 TEST_F(DisplayTrayTest, ABalloonGoesWithItsCallAndGivesWayToOneThatStillRings) {
-  settings.General.AsBaloon = settings.General.RejectedCallsDontShow = true;
+  settings.General.RejectedCallsDontShow = true;
   const auto first = Ring(1, "0171555"), second = Ring(2, "0301234");
   End(*second);
   EXPECT_TRUE(tray.isOpen);
@@ -118,20 +114,15 @@ TEST_F(DisplayTrayTest, TheIconTellsWhatMattersMost) {
   EXPECT_EQ(tray.icon, TrayIcon::kIdle);
 }
 
-TEST_F(DisplayTrayTest, TheTipIsOfTheCallThatGoesOn) {
-  Ring(1, "0171555");
-  const auto second = Ring(2, "0301234");
-  EXPECT_THAT(tray.tip, HasSubstr("0301234"));
-  End(*second);
-  EXPECT_THAT(tray.tip, HasSubstr("0171555"));
-}
-
-TEST_F(DisplayTrayTest, NothingOpensForACallThatIsOver) {
-  settings.General.AsBaloon = settings.General.MaxiDisplayView = true;
+TEST_F(DisplayTrayTest, NothingOpensForACallThatIsOverNorOverAGame) {
   End(*Ring(1, "0171555"));
   screen.maxi.Hide();
   tray.balloons.clear();
   screen.display.DisplayCallerUpdateByNumber("0171555", "Meier", "", true);
+  EXPECT_TRUE(tray.balloons.empty() && !maxi.isOpen);
+  PutGameInFront();
+  Ring(2, "0301234");
+  screen.tray.CreateTrayInfo("Ruf nicht mehr aktiv!", 60);
   EXPECT_TRUE(tray.balloons.empty() && !maxi.isOpen);
 }
 
@@ -146,8 +137,7 @@ TEST_F(DisplayTrayTest, OnlyACallThatRangAndNobodyTookIsMissed) {
   Show();
   End(*refused);
   screen.tray.OnEnded(*refused);
-  // Nor does what was hidden.
-  screen.tray.OnEnded(*Take(9, "0900"));
+  screen.tray.OnEnded(*Take(9, "0900"));  // was hidden
   state.ActiveCallList.Clear();
   const auto untold = Ring(3, "0171");
   End(*untold);
@@ -155,13 +145,83 @@ TEST_F(DisplayTrayTest, OnlyACallThatRangAndNobodyTookIsMissed) {
   EXPECT_EQ(tray.icon, TrayIcon::kIdle);
 }
 
-TEST_F(DisplayTrayTest, AGameKeepsBalloonAndLargeWindowAway) {
-  settings.General.AsBaloon = settings.General.MaxiDisplayView = true;
-  PutGameInFront();
+TEST_F(DisplayTrayTest, TheLargeWindowShowsTheCallAndItsEnd) {
+  world.pictures["0171555"] = "/mine.jpg";
+  const auto call = Ring(1, "0171555", "Meier");
+  const MaxiContent& now = maxi.content;
+  EXPECT_EQ(now.name + now.number + now.location + now.MSNAlias + now.picture, "Meier0171555OrtPraxis/mine.jpg");
+  screen.maxi.SetEndMark(EndMark::kBlocked);
+  screen.maxi.Hide();
+  EXPECT_TRUE(maxi.isOpen && now.endMark == EndMark::kNone);  // another call has ended
+  End(*call);
+  screen.maxi.SetEndMark(EndMark::kBlocked);
+  screen.maxi.SetEndMark(EndMark::kEnded);  // of another call
+  EXPECT_EQ(now.endMark, EndMark::kBlocked);
+  screen.maxi.Hide();
+  EXPECT_FALSE(maxi.isOpen || screen.maxi.IsVisible());
+  screen.maxi.SetEndMark(EndMark::kEnded);
+  EXPECT_TRUE(!maxi.isOpen && screen.maxi.IsOpen());
+  screen.maxi.Closed();
+  EXPECT_FALSE(screen.maxi.IsOpen());
+}
+
+TEST_F(DisplayTrayTest, TheLargeWindowClosesByItsTimeOnlyWhereThatIsWanted) {
   Ring(1, "0171555");
-  screen.tray.CreateTrayInfo("Ruf nicht mehr aktiv!", 60);
-  EXPECT_TRUE(tray.balloons.empty());
+  loop.Advance(seconds(100));
+  EXPECT_TRUE(maxi.isOpen);
+  settings.MaxiDisplay.HideByTime = true;
+  Ring(2, "0301234");
+  loop.Advance(seconds(9));
+  EXPECT_TRUE(maxi.isOpen);
+  loop.Advance(seconds(1));
   EXPECT_FALSE(maxi.isOpen);
+}
+
+class TrayMenuTest : public testing::Test {
+ protected:
+  // The menu as one reads it: "-" begins a group, "[x]" a mark, "(...)" what is not enabled.
+  std::vector<std::string> Menu() const {
+    std::vector<std::string> texts;
+    for (const MenuItem& item : menu.Items()) {
+      std::string text = item.isCheckable ? (item.isChecked ? "[x] " : "[ ] ") + item.text : item.text;
+      if (!item.isEnabled) text = "(" + text + ")";
+      texts.push_back(ToUtf8(item.beginsGroup ? "-" + text : text));
+    }
+    return texts;
+  }
+  void BindAll() {
+    for (int command = 0; command <= static_cast<int>(MenuCommand::kQuit); ++command)
+      menu.Bind(static_cast<MenuCommand>(command), [this, command] { run.push_back(command); });
+  }
+
+  Settings settings;
+  bool isSimulating = false;
+  std::vector<int> run;
+  TrayMenu menu{{settings, [this] { return isSimulating; }}};
+};
+
+TEST_F(TrayMenuTest, KeepsItsOrderAndShowsWhatIsOn) {
+  BindAll();
+  settings.General.CallMode_CAPI = true;
+  settings.General.BlockAll = settings.General.MenuNoMail = true;
+  isSimulating = true;
+  EXPECT_THAT(Menu(), ElementsAre("Neue Anrufe", "Journal", "Telefonbuch", "(Anrufsimulation)",
+                                  "-[x] Alle Anrufe abweisen", "[ ] Alle Anrufe abweisen (nach Zeit)", "[ ] Ruhemodus",
+                                  "[x] Keine Mails versenden", "[ ] Keine Programme starten", "-CAPI zurücksetzen",
+                                  "-Sperrliste", "Anzeige zurücksetzen", "-Einstellungen", "-Über Vorlix", "Beenden"));
+}
+
+TEST_F(TrayMenuTest, OnlyWhatStandsThereAndIsEnabledRuns) {
+  menu.Run(MenuCommand::kQuit);
+  menu.Bind(MenuCommand::kQuit, [] {});
+  menu.Bind(MenuCommand::kSilentMode, [] {});
+  EXPECT_THAT(Menu(), ElementsAre("[ ] Ruhemodus", "-Beenden"));
+  BindAll();
+  settings.General.CallMode_CAPI = false;
+  isSimulating = true;
+  for (const MenuCommand command : {MenuCommand::kSimulation, MenuCommand::kCapiReset, MenuCommand::kAbout})
+    menu.Run(command);
+  EXPECT_THAT(run, ElementsAre(static_cast<int>(MenuCommand::kAbout)));
 }
 
 }  // namespace

@@ -16,48 +16,46 @@ class HideRulesTest : public testing::Test, public DisplayRoom<RecordingBar> {
     settings.General.HideTime = 10;
   }
   bool ShowsCall() const { return bar.content.lines.at(0).isCall; }
+  // Where the bar is after as many seconds.
+  BarPlace After(int time) {
+    loop.Advance(seconds(time));
+    return bar.place;
+  }
 };
 
 TEST_F(HideRulesTest, TheIdleBarHidesWhereTheSettingsSay) {
-  struct Row {
-    bool free, full, inTray, hasTray;
-    BarPlace place;
-  };
-  const Row rows[] = {{false, false, false, true, BarPlace::kShown}, {true, false, false, true, BarPlace::kStrip},
-                      {false, true, false, true, BarPlace::kGone},   {false, false, true, true, BarPlace::kTray},
-                      {true, true, true, true, BarPlace::kTray},     {false, true, false, false, BarPlace::kStrip},
-                      {false, false, true, false, BarPlace::kStrip}};
-  for (const Row& row : rows) {
+  const std::tuple<bool, bool, bool, bool, BarPlace> rows[] = {
+      {false, false, false, true, BarPlace::kShown}, {true, false, false, true, BarPlace::kStrip},
+      {false, true, false, true, BarPlace::kGone},   {false, false, true, true, BarPlace::kTray},
+      {true, true, true, true, BarPlace::kTray},     {false, true, false, false, BarPlace::kStrip},
+      {false, false, true, false, BarPlace::kStrip}};
+  for (const auto& [free, full, inTray, hasTray, place] : rows) {
     screen.hiding.MouseEntered();
-    settings.General.HideFree = row.free;
-    settings.General.HideFull = row.full;
-    settings.General.HideTray = row.inTray;
-    tray.isThere = row.hasTray;
+    settings.General.HideFree = free;
+    settings.General.HideFull = full;
+    settings.General.HideTray = inTray;
+    tray.isThere = hasTray;
     Show();
-    loop.Advance(seconds(9));
-    EXPECT_EQ(bar.place, BarPlace::kShown);
-    loop.Advance(seconds(1));
-    EXPECT_EQ(bar.place, row.place);
+    EXPECT_EQ(After(9), BarPlace::kShown);
+    EXPECT_EQ(After(1), place);
   }
 }
 
 TEST_F(HideRulesTest, ACallBringsTheBarOutUnlessItMustNotPopUp) {
-  struct Row {
-    bool silent, balloon, game;
-    BarPlace place;
-  };
   PutGameInFront();
-  for (const Row& row : {Row{true, false, false, BarPlace::kGone}, Row{false, true, false, BarPlace::kGone},
-                         Row{false, false, true, BarPlace::kGone}, Row{false, false, false, BarPlace::kShown}}) {
-    state.ActiveCallList.Clear();
-    Show();
-    loop.Advance(seconds(10));
-    settings.General.SilentMode = row.silent;
-    settings.General.AsBaloon = row.balloon;
-    settings.General.NoViewGame = row.game;
+  settings.General.NoViewGame = false;
+  Show();
+  loop.Advance(seconds(10));
+  for (bool Settings::GeneralSection::*reason :
+       {&Settings::GeneralSection::SilentMode, &Settings::GeneralSection::AsBaloon,
+        &Settings::GeneralSection::NoViewGame}) {
+    settings.General.*reason = true;
     Ring(1, "0171555");
-    EXPECT_EQ(bar.place, row.place);
+    EXPECT_EQ(bar.place, BarPlace::kGone);
+    settings.General.*reason = false;
   }
+  Ring(2, "0171555");
+  EXPECT_EQ(bar.place, BarPlace::kShown);
 }
 
 TEST_F(HideRulesTest, ACallerStaysOnTheBarUntilSomebodyHasBeenThere) {
@@ -66,29 +64,15 @@ TEST_F(HideRulesTest, ACallerStaysOnTheBarUntilSomebodyHasBeenThere) {
   const auto call = Ring(1, "0171555");
   screen.hiding.MouseLeft();
   End(*call);
-  loop.Advance(seconds(100));
-  EXPECT_EQ(bar.place, BarPlace::kShown);
+  EXPECT_EQ(After(100), BarPlace::kShown);
   bar.isInUse = true;
   screen.hiding.MouseEntered();
   screen.hiding.MouseLeft();
-  loop.Advance(seconds(30));
-  EXPECT_EQ(bar.place, BarPlace::kShown);
+  EXPECT_EQ(After(30), BarPlace::kShown);
   bar.isInUse = false;
-  loop.Advance(seconds(10));
-  EXPECT_EQ(bar.place, BarPlace::kGone);
+  EXPECT_EQ(After(10), BarPlace::kGone);
   EXPECT_FALSE(timers.tmHide->Enabled());
   EXPECT_TRUE(ShowsCall());
-}
-
-TEST_F(HideRulesTest, TheTimeCountsFromWhereTheMouseLeft) {
-  Show();
-  loop.Advance(seconds(6));
-  screen.hiding.MouseEntered();
-  screen.hiding.MouseLeft();
-  loop.Advance(seconds(9));
-  EXPECT_EQ(bar.place, BarPlace::kShown);
-  loop.Advance(seconds(1));
-  EXPECT_EQ(bar.place, BarPlace::kGone);
 }
 
 TEST_F(HideRulesTest, WithHideAllwTheBarHidesOverACallToo) {
@@ -97,11 +81,9 @@ TEST_F(HideRulesTest, WithHideAllwTheBarHidesOverACallToo) {
   const auto hidesTenSecondsAfter = [&](const auto& change) {
     loop.Advance(seconds(9));
     change();
-    loop.Advance(seconds(9));
-    EXPECT_EQ(bar.place, BarPlace::kShown);
+    EXPECT_EQ(After(9), BarPlace::kShown);
     Show();  // the same calls
-    loop.Advance(seconds(1));
-    EXPECT_EQ(bar.place, BarPlace::kGone);
+    EXPECT_EQ(After(1), BarPlace::kGone);
     screen.hiding.MouseEntered();
     screen.hiding.MouseLeft();
   };
@@ -110,46 +92,48 @@ TEST_F(HideRulesTest, WithHideAllwTheBarHidesOverACallToo) {
   hidesTenSecondsAfter([&] { state.ActiveCallList.Clear(), Show(); });
 }
 
-TEST_F(HideRulesTest, ACallThatIsOverLeavesTheDisplayByItself) {
+TEST_F(HideRulesTest, ACallThatIsOverLeavesTheDisplayByItselfAndALineStateStays) {
   settings.General.CallReset = true;
   settings.General.CallResetTime = 20;
   const auto call = Ring(1, "0171555");
   loop.Advance(seconds(60));
-  EXPECT_TRUE(ShowsCall());
   End(*call);
   loop.Advance(seconds(19));
   EXPECT_TRUE(ShowsCall());
   loop.Advance(seconds(1));
   EXPECT_FALSE(ShowsCall());
+  EXPECT_EQ(After(10), BarPlace::kGone);
+  world.states.NCID = {true, true};
+  Show();
+  screen.hiding.MouseLeft();
   EXPECT_FALSE(timers.tmDisplayAutoReset->Enabled());
-  loop.Advance(seconds(10));
-  EXPECT_EQ(bar.place, BarPlace::kGone);
 }
 
-TEST_F(HideRulesTest, ABarThatWasCalledOutHidesAgain) {
+TEST_F(HideRulesTest, AHiddenCallKeepsNeitherAnIdleBarOutNorTheLastCallOnTheDisplay) {
+  settings.General.CallReset = settings.General.RejectedCallsDontShow = true;
+  const auto hiddenCall = [&] {
+    timers.tmHide->SetEnabled(false);  // as the pipeline does at a new call
+    timers.tmDisplayAutoReset->SetEnabled(false);
+    const auto hidden = Take(2, "0190");
+    hidden->Blocked = true;
+    state.ActiveCallList.Clear();
+    screen.hiding.OnEnded(*hidden);
+    loop.Advance(seconds(60));
+  };
   Show();
-  loop.Advance(seconds(10));
-  screen.hiding.Toggle();
-  EXPECT_EQ(bar.place, BarPlace::kShown);
-  loop.Advance(seconds(10));
+  hiddenCall();
   EXPECT_EQ(bar.place, BarPlace::kGone);
-}
-
-TEST_F(HideRulesTest, ACallThatIsNotShownDoesNotKeepAnIdleBarOut) {
-  ownNumbers.silent = "1234";
-  Show();
-  timers.tmHide->SetEnabled(false);  // as the pipeline does at its beginning and end
-  screen.hiding.OnEnded(*Take(1, "0171555"));
-  state.ActiveCallList.Clear();
-  screen.hiding.OnEnded(oDataCall());
-  loop.Advance(seconds(10));
-  EXPECT_EQ(bar.place, BarPlace::kGone);
+  End(*Ring(1, "0171555"));
+  hiddenCall();
+  EXPECT_FALSE(ShowsCall());
 }
 
 TEST_F(HideRulesTest, AHiddenBarFollowsATrayThatComesAndGoes) {
   settings.General.HideTray = true;
   tray.isThere = false;
   Show();
+  screen.hiding.TrayChanged();
+  EXPECT_EQ(bar.place, BarPlace::kShown);
   loop.Advance(seconds(10));
   for (const auto& [hasTray, place] : {std::pair(true, BarPlace::kTray), std::pair(false, BarPlace::kStrip)}) {
     tray.isThere = hasTray;
@@ -158,45 +142,18 @@ TEST_F(HideRulesTest, AHiddenBarFollowsATrayThatComesAndGoes) {
   }
 }
 
-TEST_F(HideRulesTest, AHiddenCallDoesNotKeepTheLastOneOnTheDisplay) {
-  settings.General.CallReset = settings.General.RejectedCallsDontShow = true;
-  End(*Ring(1, "0171555"));
-  timers.tmDisplayAutoReset->SetEnabled(false);  // as the pipeline does at a new call
-  const auto hidden = Take(2, "0190");
-  hidden->Blocked = true;
-  state.ActiveCallList.Clear();
-  screen.hiding.OnEnded(*hidden);
-  loop.Advance(seconds(60));
-  EXPECT_FALSE(ShowsCall());
-}
-
-TEST_F(HideRulesTest, WhoIsAtTheBarIsNotAskedWithoutPause) {
-  settings.General.HideTime = 0;
-  bar.isInUse = true;
-  Show();
-  loop.Advance(std::chrono::milliseconds(1));
-  EXPECT_GE(timers.tmHide->Interval(), seconds(1));
-}
-
-TEST_F(HideRulesTest, NoTimeAtAllMeansAtOnce) {
+TEST_F(HideRulesTest, NoTimeAtAllMeansAtOnceButWhoIsAtTheBarIsNotAskedWithoutPause) {
   settings.General.HideTime = settings.General.CallResetTime = 0;
-  settings.General.CallReset = true;
+  settings.General.CallReset = bar.isInUse = true;
   End(*Ring(1, "0171555"));
-  loop.Advance(seconds(1));
+  loop.Advance(std::chrono::milliseconds(2));
   EXPECT_FALSE(ShowsCall());
-  EXPECT_EQ(bar.place, BarPlace::kGone);
+  EXPECT_GE(timers.tmHide->Interval(), seconds(1));
+  bar.isInUse = false;
+  EXPECT_EQ(After(1), BarPlace::kGone);
 }
 
-TEST_F(HideRulesTest, AStateOfTheLinesIsNeverReset) {
-  settings.General.CallReset = true;
-  world.states.NCID = {true, true};
-  Show();
-  screen.hiding.MouseLeft();
-  loop.Advance(seconds(11));
-  EXPECT_FALSE(timers.tmDisplayAutoReset->Enabled());
-}
-
-TEST_F(HideRulesTest, ACommandBringsTheBarOutAndHidesIt) {
+TEST_F(HideRulesTest, ACommandBringsTheBarOutAndHidesItAndLeftOutItHidesAgain) {
   screen.hiding.Toggle();
   EXPECT_EQ(bar.place, BarPlace::kGone);
   screen.clicks.TrayClick();
@@ -204,6 +161,27 @@ TEST_F(HideRulesTest, ACommandBringsTheBarOutAndHidesIt) {
   EXPECT_TRUE(world.tape.empty());
   screen.clicks.TrayClick();
   EXPECT_EQ(world.tape.back(), "open 0");
+  loop.Advance(seconds(6));
+  screen.hiding.MouseEntered();
+  screen.hiding.MouseLeft();  // the time counts from here
+  EXPECT_EQ(After(9), BarPlace::kShown);
+  EXPECT_EQ(After(1), BarPlace::kGone);
+}
+
+TEST_F(HideRulesTest, OnlyAFullScreenProgramWithAGamesLibraryIsAGame) {
+  PutGameInFront();
+  EXPECT_TRUE(screen.games.fAnzeigeVerboten());
+  const auto game = world.foreground;
+  const auto isGame = [&](auto change) {
+    world.foreground = game;
+    change();
+    return screen.games.fAnzeigeVerboten();
+  };
+  EXPECT_FALSE(isGame([&] { world.foreground.fillsScreen = false; }));
+  EXPECT_FALSE(isGame([&] { world.foreground.isDesktop = true; }));
+  EXPECT_FALSE(isGame([&] { world.foreground.modules = {"/usr/lib/libm.so", "xd3d9.dll", ""}; }));
+  EXPECT_TRUE(isGame([&] { settings.DirectX.Moduls = "a.so; D3D9.dll ;"; }));
+  EXPECT_FALSE(isGame([&] { settings.General.NoViewGame = false; }));
 }
 
 }  // namespace

@@ -83,11 +83,9 @@ TEST_F(TypedCommandsTest, ANumberIsShownHoweverPeopleWriteIt) {
 }
 
 TEST_F(TypedCommandsTest, WhatIsNoCommandAndNoNumberGetsTheListOfCommands) {
-  EXPECT_THAT(Run(""), IsEmpty());
   EXPECT_THAT(Run(" \t "), IsEmpty());
-  for (const char* typed : {"help", "+", "030x", "-", "\x1B[2J", "ring abc"}) {
+  for (const char* typed : {"help", "+", "030x", "\x1B[2J", "ring abc"})
     EXPECT_THAT(Run(typed), SizeIs(5)) << typed;
-  }
   EXPECT_THAT(tape, IsEmpty());
 }
 
@@ -109,9 +107,8 @@ TEST_F(TypedCommandsTest, TheJournalEndsWithTheNewestCall) {
 
 TEST_F(TypedCommandsTest, TheBookIsSearchedInNameAddressAndNumber) {
   EXPECT_THAT(Run("book"), ElementsAre("Kein Eintrag gefunden."));
-  for (int i = 0; i < 22; ++i) {
+  for (int i = 0; i < 22; ++i)
     AddEntry("0301" + std::to_string(i), "Gasthof");
-  }
   AddEntry("0171", "Anna")->Address("Am Markt");
   EXPECT_THAT(Run("book MARKT"), ElementsAre(HasSubstr("Anna")));
   EXPECT_THAT(Run("book 0171"), ElementsAre(HasSubstr("Anna")));
@@ -119,35 +116,33 @@ TEST_F(TypedCommandsTest, TheBookIsSearchedInNameAddressAndNumber) {
   EXPECT_EQ(shown.back(), "... 2 weitere");
 }
 
-TEST_F(TypedCommandsTest, RingTakesANumberAsItIsDialled) {
+TEST_F(TypedCommandsTest, RingTakesANumberAsItIsDialledWhileNobodyIsCalling) {
+  isBusy = true;
+  EXPECT_THAT(Run("ring 030 77"), SizeIs(1));
+  EXPECT_FALSE(simulation.IsOpen());
+  isBusy = false;
   EXPECT_THAT(Run("ring 030 77"), ElementsAre(HasSubstr("echte Anrufe nicht gesehen")));
-  Run("hang up");
   Run("ring 030123 77");
+  EXPECT_THAT(Run("ring 0301"), ElementsAre("Keine Leitung frei."));
   Run("hang up");
   Run("ring +4312345");
-  Run("hang up");
   Run("ring");
-  EXPECT_THAT(Taken(),
-              ElementsAre(";RING;0;30;77;ISDN;", ";DISCONNECT;0;15;", ";RING;0;030123;77;ISDN;", ";DISCONNECT;0;15;",
-                          ";RING;0;004312345;;ISDN;", ";DISCONNECT;0;15;", ";RING;0;;;ISDN;"));
-  EXPECT_THAT(Run("ring 0301"), IsEmpty());
-  EXPECT_THAT(Run("ring 0301"), ElementsAre("Keine Leitung frei."));
+  EXPECT_THAT(Taken(), ElementsAre(";RING;0;30;77;ISDN;", ";RING;0;030123;77;ISDN;", ";DISCONNECT;0;15;",
+                                   ";DISCONNECT;0;15;", ";RING;0;004312345;;ISDN;", ";RING;0;;;ISDN;"));
 }
 
 TEST_F(TypedCommandsTest, AForgottenSimulationEndsByItself) {
+  const auto isOpenAfter = [&](int seconds) {
+    for (int second = 0; second < seconds; ++second)
+      commands.TimerTick();
+    return simulation.IsOpen();
+  };
   Run("ring 030123 77");
-  for (int second = 1; second < TypedCommands::kSecondsOfASimulation; ++second) {
-    commands.TimerTick();
-  }
-  EXPECT_TRUE(simulation.IsOpen());
-  commands.TimerTick();
-  EXPECT_FALSE(simulation.IsOpen());
+  EXPECT_TRUE(isOpenAfter(TypedCommands::kSecondsOfASimulation - 1));
+  EXPECT_FALSE(isOpenAfter(1));
   EXPECT_THAT(Taken(), SizeIs(2));
   simulation.Form_Load();  // by its window, which ends it
-  for (int second = 0; second <= TypedCommands::kSecondsOfASimulation; ++second) {
-    commands.TimerTick();
-  }
-  EXPECT_TRUE(simulation.IsOpen());
+  EXPECT_TRUE(isOpenAfter(TypedCommands::kSecondsOfASimulation + 1));
 }
 
 }  // namespace

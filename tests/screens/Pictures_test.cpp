@@ -1,9 +1,11 @@
-#include "screens/SkinLoader.h"
-
+// Skins and callers' pictures: what is found where, and what a faulty one comes to.
 #include <gmock/gmock.h>
 
 #include "fakes/DisplayRoom.h"
 #include "fakes/MemoryFileStore.h"
+#include "screens/LogoFiles.h"
+#include "screens/LogoSize.h"
+#include "screens/SkinLoader.h"
 #include "services/ansi.h"
 
 namespace vorlix {
@@ -15,9 +17,9 @@ const std::string kOwn = "/data/data/designs/";
 const std::string kShipped = "/program/base/designs/";
 const std::string kPicture = "GIF89a";
 
-class SkinLoaderTest : public testing::Test {
+class PicturesTest : public testing::Test {
  protected:
-  SkinLoaderTest() { store.AddFolder("/program"); }
+  PicturesTest() { store.AddFolder("/program"); }
 
   void AddSkin(const std::string& place, const std::string& name, const std::string& settings, bool classic = false) {
     const std::string folder = place + name + "/";
@@ -25,10 +27,9 @@ class SkinLoaderTest : public testing::Test {
     for (const char* picture : {"display_grip.jpg", "display_grip_color.gif", "nobody.jpg", "button_stop.png",
                                 "button_bell.png", "button_eraser.png"})
       store.AddFile(folder + picture, kPicture);
-    const std::vector<const char*> image{"display_background",  "background_top",  "background_mid",
-                                         "background_bot",      "display_glass",   "display_glass_color",
-                                         "newslist_background", "vcard_background"};
-    for (const char* picture : classic ? std::vector<const char*>{"classic_background"} : image)
+    if (classic) return store.AddFile(folder + "classic_background.gif", kPicture);
+    for (const char* picture : {"display_background", "background_top", "background_mid", "background_bot",
+                                "display_glass", "display_glass_color", "newslist_background", "vcard_background"})
       store.AddFile(folder + picture + ".gif", kPicture);
   }
   bool Load(const std::string& name, bool report = false) { return loader.SkinData(name, skin, report); }
@@ -41,22 +42,19 @@ class SkinLoaderTest : public testing::Test {
   Skin skin;
 };
 
-TEST_F(SkinLoaderTest, TheUsersOwnFolderComesFirst) {
+TEST_F(PicturesTest, TheUsersOwnFolderComesFirst) {
   AddSkin(kShipped, "Default", "colorText=112233\r\ncolorMainBack=oops");
   EXPECT_TRUE(Load("Default"));
   EXPECT_EQ(skin.Picture("nobody"), kShipped + "Default/nobody.jpg");
-  EXPECT_EQ(skin.Picture("display_grip_color"), kShipped + "Default/display_grip_color.gif");
-  EXPECT_EQ(skin.Picture("classic_background"), "");
   EXPECT_EQ(skin.colorText, 0x112233U);
   EXPECT_EQ(skin.colorMainBack, 0x636563U);
-  EXPECT_EQ(skin.colorTextBack, 0x090A0BU);
   AddSkin(kOwn, "Default", "colorText=aabbcc");
   EXPECT_TRUE(Load("dEFAULT"));
   EXPECT_EQ(skin.Picture("nobody"), kOwn + "Default/nobody.jpg");
   EXPECT_EQ(skin.colorText, 0xAABBCCU);
 }
 
-TEST_F(SkinLoaderTest, TheVeryNameGoesBeforeOneOfAnotherCase) {
+TEST_F(PicturesTest, TheVeryNameGoesBeforeOneOfAnotherCaseAndEachKindHasItsPictures) {
   AddSkin(kOwn, "Blue", "colorText=000001");
   AddSkin(kOwn, "blue", "colorText=000002");
   store.AddFile(kOwn + "Red/SKIN_red.INI", "[skin]\r\nmode=classic\r\n");
@@ -64,9 +62,11 @@ TEST_F(SkinLoaderTest, TheVeryNameGoesBeforeOneOfAnotherCase) {
   EXPECT_EQ(skin.colorText, 2U);
   EXPECT_FALSE(Load("red", true));
   EXPECT_THAT(world.tape.back(), HasSubstr("classic_background"));  // found, and its pictures are asked for
+  AddSkin(kOwn, "Klassik", "mode=Classic", true);
+  EXPECT_TRUE(Load("klassik") && skin.isClassic);
 }
 
-TEST_F(SkinLoaderTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
+TEST_F(PicturesTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   AddSkin(kOwn, "Mine", "");
   store.AddFile(kOwn + "Mine/display_glass.jpg", "no picture");
   EXPECT_TRUE(Load("Mine"));
@@ -76,28 +76,19 @@ TEST_F(SkinLoaderTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   EXPECT_EQ(skin.Picture("display_glass"), kOwn + "Mine/display_glass.jpg");
 }
 
-TEST_F(SkinLoaderTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
+TEST_F(PicturesTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
   AddSkin(kOwn, "Mine", "colorText=112233");
   ASSERT_TRUE(store.Remove(kOwn + "Mine/button_bell.png"));
   store.AddFile(kOwn + "Mine/nobody.jpg", "");
   EXPECT_FALSE(Load("Mine"));
   EXPECT_TRUE(world.tape.empty());
   EXPECT_TRUE(skin.isNeutral && skin.pictures.empty());
-  EXPECT_EQ(skin.colorText, 0xFFFFFFU);
-  EXPECT_EQ(skin.colorMainBack, 0x808080U);
   EXPECT_EQ(skin.colorTextBack, 0x808080U);
   EXPECT_FALSE(Load("Mine", true));
   EXPECT_EQ(world.tape.back(), "box nobody GIF/JPG fehlt!\r\nbutton_bell PNG fehlt!\r\n");
 }
 
-TEST_F(SkinLoaderTest, AClassicSkinNeedsNoneOfTheImagesOfTheOtherKind) {
-  AddSkin(kShipped, "Klassik", "mode=Classic", true);
-  EXPECT_TRUE(Load("Klassik", true));
-  EXPECT_TRUE(skin.isClassic);
-  EXPECT_EQ(skin.Picture("classic_background"), kShipped + "Klassik/classic_background.gif");
-}
-
-TEST_F(SkinLoaderTest, ANameThatIsNoSkinIsAFault) {
+TEST_F(PicturesTest, ANameThatIsNoSkinIsAFault) {
   AddSkin(kShipped, "Default", "");
   store.AddFile("/program/base/skin_...ini", "[skin]");
   for (const char* name : {"", "Other", "..", "../designs/Default", "a\\b"}) {
@@ -106,11 +97,38 @@ TEST_F(SkinLoaderTest, ANameThatIsNoSkinIsAFault) {
   }
 }
 
-TEST_F(SkinLoaderTest, ColoursHaveSixDigits) {
-  for (const char* text : {"", "12345", "1234567", "12345g", "-12345", "0x1234"}) {
+TEST_F(PicturesTest, ColoursHaveSixDigits) {
+  for (const char* text : {"12345", "1234567", "12345g"})
     EXPECT_EQ(HexToLong(text, 7), 7U) << text;
-  }
   EXPECT_EQ(HexToLong("fF8000", 7), 0xFF8000U);
+}
+
+TEST_F(PicturesTest, ACallersPictureLiesInItsFolderAndNowhereElse) {
+  store.AddFile("/data/data/callerpics/meier.jpg", "x");
+  store.AddFile("/data/secret.jpg", "x");
+  LogoFiles logos({store, folders, [](const std::string& number) { return number == "0171" ? "/net.png" : ""; },
+                   [](const std::string&) { return "/flag.png"; }});
+  const auto picture = [&](const std::string& image) {
+    oDataCall call;
+    call.MutableCard().BookVCsImage = image;
+    return logos.BookPicture(call);
+  };
+  EXPECT_EQ(picture("meier.jpg"), "/data/data/callerpics/meier.jpg");
+  for (const char* image : {"", "gone.jpg", "../../secret.jpg", R"(..\..\secret.jpg)"}) {
+    EXPECT_EQ(picture(image), "");
+  }
+  EXPECT_EQ(logos.NumberPicture("0171"), "/net.png");
+  EXPECT_EQ(logos.NumberPicture("0044"), "/flag.png");
+}
+
+TEST(LogoSizeTest, APictureThatIsTooLargeIsScaledByItsLargerOverhang) {
+  const std::pair<PictureSize, PictureSize> rows[] = {{{40, 20}, {40, 20}},
+                                                      {{100, 40}, {100, 40}},
+                                                      {{200, 40}, {100, 20}},
+                                                      {{200, 160}, {50, 40}},
+                                                      {{5000, 1}, {100, 1}}};
+  for (const auto& [picture, shown] : rows)
+    EXPECT_EQ(LogoSize(picture, {100, 40}), shown) << picture.width;
 }
 
 }  // namespace
