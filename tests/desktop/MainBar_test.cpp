@@ -3,8 +3,8 @@
 #include <QWindow>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
+#include "desktop/BarGeometry.h"
 #include "desktop/DesktopViews.h"
 #include "desktop/line_menu.h"
 #include "fakes/DesktopHands.h"
@@ -16,7 +16,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 const std::string kIcons = std::string(VORLIX_TEST_DATA) + "/../../base/icons";
 
@@ -52,6 +51,14 @@ class MainBarTest : public testing::Test, protected OffscreenApplication {
     return texts;
   }
   std::vector<std::string> Tape() { return room.world.Taken(); }
+  // Of another bar that opens where this one was left.
+  QRect FoundAgain() {
+    MainBar again(gestures, kIcons, {});
+    again.Open(places, {}, true);
+    return again.geometry();
+  }
+  QPoint Grip() { return bar.geometry().topLeft() + QPoint(9, 10); }
+  bool RefusesFocus() { return bar.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus); }
 
   MemoryPlaces places;
   DisplayGestures gestures;
@@ -70,12 +77,6 @@ TEST_F(MainBarTest, HasALineForEachCallAndGrowsByTheHeightOfALine) {
   room.End(*first);
   EXPECT_EQ(bar.height(), idle);
   EXPECT_THAT(Texts(), ElementsAre("089654321 Ort"));
-}
-
-TEST_F(MainBarTest, EverythingShownHasANameAndEveryControlIsReachedByTheKeyboard) {
-  Ring(1, "030123456", "Meier");
-  Ring(2, "089654321");
-  EXPECT_THAT(Unreached(bar), IsEmpty());
 }
 
 TEST_F(MainBarTest, ButtonsAndKeysReachThePresentersOfTheirLine) {
@@ -135,64 +136,93 @@ TEST_F(MainBarTest, WhatACallerIsCalledIsNoMarkup) {
   EXPECT_THAT(Entries(calls), Contains("<img src=x> && \"Co\""));
 }
 
-TEST_F(MainBarTest, IsDraggedToAnEdgeAndFoundThereAgain) {
+TEST_F(MainBarTest, IsDraggedToAnEdgeMadeNarrowerAndFoundThereAgain) {
   const QRect area = bar.screen()->availableGeometry();
-  const QPoint grip = bar.geometry().topLeft() + QPoint(9, 10);
-  Drag(bar, grip, area.topLeft() + QPoint(15, 14));
+  Drag(bar, Grip(), area.topLeft() + QPoint(15, 14));
   EXPECT_EQ(bar.geometry().topLeft(), area.topLeft());
   const QPoint end = bar.geometry().topRight() + QPoint(-1, 10);
   Drag(bar, end, end - QPoint(100, 0));
-  const QRect left = bar.geometry();
-  EXPECT_EQ(left.topLeft(), area.topLeft());
-  MainBar again(gestures, kIcons, {});
-  again.Open(places, {}, true);
-  EXPECT_EQ(again.geometry(), left);
-}
-
-TEST_F(MainBarTest, WhereItIsLeftWithTwoCallsItStandsWithOneToo) {
-  const QRect area = bar.screen()->availableGeometry();
+  EXPECT_EQ(bar.geometry().topLeft(), area.topLeft());
+  EXPECT_EQ(FoundAgain(), bar.geometry());
   Ring(1, "030123456");
   Ring(2, "089654321");
-  const QPoint grip = bar.geometry().topLeft() + QPoint(9, 10);
-  Drag(bar, grip, QPoint(area.left() + 200, area.bottom()));
-  EXPECT_EQ(bar.geometry().bottom(), area.bottom());
-  MainBar again(gestures, kIcons, {});
-  again.Open(places, {}, true);
-  EXPECT_EQ(again.geometry().bottom(), area.bottom());
-  EXPECT_LT(again.height(), bar.height());
+  Drag(bar, Grip(), QPoint(area.left() + 200, area.bottom()));
+  EXPECT_EQ(FoundAgain().bottom(), area.bottom());
+  EXPECT_LT(FoundAgain().height(), bar.height());  // without the second line
 }
 
 TEST_F(MainBarTest, HiddenAStripStaysOrNothingAndItComesBackWhereItWas) {
   const QRect whole = bar.geometry();
   bar.SetPlace(BarPlace::kStrip);
-  EXPECT_LT(bar.width(), 20);
-  EXPECT_TRUE(Lines().empty());
+  EXPECT_TRUE(bar.width() < 20 && Lines().empty());
   bar.SetPlace(BarPlace::kTray);
   EXPECT_FALSE(bar.isVisible());
   bar.SetPlace(BarPlace::kShown);
-  EXPECT_EQ(bar.geometry(), whole);
-  EXPECT_EQ(Lines().size(), 1U);
+  EXPECT_TRUE(bar.geometry() == whole && Lines().size() == 1);
 }
 
-TEST_F(MainBarTest, FollowsATrayThatGoesAndComesBack) {
+TEST_F(MainBarTest, TakesTheKeyboardOnlyWhenAPersonActivatesItOrWithoutATray) {
+  EXPECT_TRUE(bar.testAttribute(Qt::WA_ShowWithoutActivating) && RefusesFocus());
+  bar.Activate();
+  EXPECT_FALSE(RefusesFocus());
+  QEvent left(QEvent::WindowDeactivate);
+  QCoreApplication::sendEvent(&bar, &left);
+  EXPECT_TRUE(RefusesFocus());
   const QRect before = bar.geometry();
   for (const bool hasTray : {false, true}) {
     bar.SetTray(hasTray);
-    EXPECT_EQ(bar.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus), hasTray);
-    EXPECT_TRUE(bar.isVisible());
+    EXPECT_TRUE(bar.isVisible() && RefusesFocus() == hasTray);
     EXPECT_EQ(bar.geometry(), before);
   }
 }
 
-TEST_F(MainBarTest, TakesTheKeyboardOnlyWhenAPersonActivatesIt) {
-  EXPECT_TRUE(bar.testAttribute(Qt::WA_ShowWithoutActivating));
-  const auto refuses = [&] { return bar.windowHandle()->flags().testFlag(Qt::WindowDoesNotAcceptFocus); };
-  EXPECT_TRUE(refuses());
-  bar.Activate();
-  EXPECT_FALSE(refuses());
-  QEvent left(QEvent::WindowDeactivate);
-  QCoreApplication::sendEvent(&bar, &left);
-  EXPECT_TRUE(refuses());
+const QRect kArea(0, 30, 1000, 700);  // below a panel
+
+TEST(BarGeometryTest, ADraggedBarIsTakenByNearEdgesAndStaysOnTheScreen) {
+  const std::tuple<QPoint, QPoint> rows[] = {
+      {{15, 45}, {0, 30}},       {{16, 46}, {16, 46}},   {{590, 685}, {600, 690}},
+      {{2000, -500}, {600, 30}}, {{-50, 900}, {0, 690}},
+  };
+  for (const auto& [dragged, taken] : rows)
+    EXPECT_EQ(Snapped(QRect(dragged, QSize(400, 40)), kArea).topLeft(), taken) << dragged.x();
+}
+
+TEST(BarGeometryTest, GrowsUpwardsOnTheLowerEdgeAndDownwardsElsewhere) {
+  const QRect below(100, 690, 400, 40), free(100, 300, 400, 40);
+  EXPECT_EQ(WithHeight(below, 72, kArea), QRect(100, 658, 400, 72));
+  EXPECT_EQ(WithHeight(WithHeight(below, 72, kArea), 40, kArea), below);
+  EXPECT_EQ(WithHeight(free, 72, kArea), QRect(100, 300, 400, 72));
+  EXPECT_EQ(WithHeight(free, 5000, kArea), QRect(100, 30, 400, 700));
+  EXPECT_EQ(WithHeight(below, 72, QRect()), QRect(100, 690, 400, 72));
+}
+
+TEST(BarGeometryTest, KeepsToTheEdgesThatItTouchedWhenTheScreenChanges) {
+  const QRect smaller(0, 30, 800, 570);
+  const std::tuple<QRect, QRect, QRect> rows[] = {
+      {{600, 690, 400, 40}, smaller, {400, 560, 400, 40}},
+      {{0, 30, 400, 40}, smaller, {0, 30, 400, 40}},
+      {{500, 300, 400, 40}, smaller, {400, 300, 400, 40}},
+      {{0, 690, 1000, 40}, smaller, {0, 560, 800, 40}},
+      {{600, 690, 400, 40}, {2000, 0, 3000, 900}, {4600, 860, 400, 40}},
+      {{600, 690, 400, 40}, QRect(), {600, 690, 400, 40}},
+  };
+  for (const auto& [bar, area, expected] : rows)
+    EXPECT_EQ(Followed(bar, kArea, area), expected) << bar.x() << " " << area.width();
+}
+
+TEST(BarGeometryTest, IsMadeWiderAtItsFreeEndOnly) {
+  const QRect left(0, 300, 400, 40), right(600, 300, 400, 40);
+  const std::tuple<QRect, int, QRect> rows[] = {
+      {left, 100, {0, 300, 500, 40}},     {left, -300, {0, 300, 240, 40}},   {left, 5000, {0, 300, 1000, 40}},
+      {right, -100, {500, 300, 500, 40}}, {right, 300, {760, 300, 240, 40}},
+  };
+  for (const auto& [bar, way, expected] : rows)
+    EXPECT_EQ(Sized(bar, way, 240, kArea), expected) << bar.x() << " " << way;
+}
+
+TEST(BarGeometryTest, HiddenTheGripStaysAtTheOuterEdge) {
+  EXPECT_EQ(StripOf(QRect(600, 690, 400, 40), 12, kArea), QRect(988, 690, 12, 40));
+  EXPECT_EQ(StripOf(QRect(0, 300, 400, 40), 12, kArea), QRect(0, 300, 12, 40));
 }
 
 }  // namespace

@@ -23,13 +23,8 @@ class MessageBoxesTest : public testing::Test, protected DialogRoom {
 };
 
 TEST_F(MessageBoxesTest, WaitsForTheAnswerOfAQuestionAndOfAModalBox) {
-  struct Row {
-    int style;
-    bool modal;
-    const char* button;  // empty: the frame's
-    MsgBoxAnswer answer;
-  };
-  const Row rows[] = {
+  // Style, modal, button ("": the frame's), answer.
+  const std::tuple<int, bool, std::string, MsgBoxAnswer> rows[] = {
       {kMsgYesNo + kMsgQuestion, true, "Ja", MsgBoxAnswer::kYes},
       {kMsgYesNo, false, "Nein", MsgBoxAnswer::kNo},
       {kMsgYesNo + kMsgWarning, true, "", MsgBoxAnswer::kNo},
@@ -38,36 +33,24 @@ TEST_F(MessageBoxesTest, WaitsForTheAnswerOfAQuestionAndOfAModalBox) {
       {kMsgYesNoCancel, true, "", MsgBoxAnswer::kNo},
       {kMsgInformation, true, "", MsgBoxAnswer::kOk},
   };
-  for (const Row& row : rows) {
-    bool waited = false;
-    Then([&] {
-      waited = true;
-      *row.button != 0 ? Press(row.button) : static_cast<void>(Top()->close());
-    });
-    EXPECT_EQ(boxes.Show("Wirklich?", row.style, "Vorlix", row.modal), row.answer) << row.style;
-    EXPECT_TRUE(waited);
+  for (const auto& [style, modal, button, answer] : rows) {
+    Then([&name = button] { name.empty() ? static_cast<void>(Top()->close()) : Press(name); });
+    EXPECT_EQ(boxes.Show("Wirklich?", style, "Vorlix", modal), answer) << style;
     EXPECT_EQ(Open(), 0U);
   }
 }
 
-TEST_F(MessageBoxesTest, TheEndOfTheProgramAnswersWhatIsOpen) {
-  Then([] { CloseDialogs(); });
-  EXPECT_EQ(boxes.Show("?", kMsgYesNo, "Vorlix", true), MsgBoxAnswer::kNo);
-}
-
 TEST_F(MessageBoxesTest, OthersStandAsPlainTextAndDoNotPileUp) {
-  for (int i = 0; i < 3; ++i) {
+  for (int i = 0; i < 3; ++i)
     EXPECT_EQ(boxes.Show("<b>\xDC</b>\r\nzwei", kMsgWarning, "Titel", false), MsgBoxAnswer::kOk);
-  }
   ASSERT_EQ(Open(), 1U);
   auto* box = qobject_cast<QMessageBox*>(Top());
   EXPECT_EQ(box->text(), QString::fromUtf8("<b>Ü</b>\nzwei"));
   EXPECT_EQ(box->textFormat(), Qt::PlainText);
   EXPECT_EQ(box->icon(), QMessageBox::Warning);
   EXPECT_TRUE(box->testAttribute(Qt::WA_ShowWithoutActivating));
-  for (int i = 0; i < 30; ++i) {
+  for (int i = 0; i < 30; ++i)
     boxes.Show(std::to_string(i), kMsgOk, "Titel", false);
-  }
   EXPECT_EQ(Open(), MessageBoxes::kMostOpen);
 }
 

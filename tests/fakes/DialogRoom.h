@@ -41,6 +41,10 @@ struct DialogRoom : OffscreenApplication {
   static QLineEdit* Field(const std::string& name) { return Find<QLineEdit>(name); }
   static void Type(const std::string& name, const std::string& text) { Field(name)->setText(ToQString(text)); }
   static void Press(const std::string& name) { Find<QAbstractButton>(name)->click(); }
+  // As a field that cannot be used as it is.
+  static bool IsMarked(const std::string& name) {
+    return Field(name)->palette().base().color() == QColor(0x90, 0xEE, 0x90);
+  }
 
   // Runs once the dialog that is opened next waits.
   static void Then(std::function<void()> act) { QTimer::singleShot(0, std::move(act)); }
