@@ -1,10 +1,8 @@
-// The tray with its balloons and its menu, and the large window.
 #include "screens/DisplayTray.h"
 
 #include <gmock/gmock.h>
 
 #include "fakes/DisplayRoom.h"
-#include "screens/TrayMenu.h"
 #include "screens/display_texts.h"
 #include "services/ansi.h"
 
@@ -12,7 +10,6 @@ namespace vorlix {
 namespace {
 
 using std::chrono::seconds;
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class DisplayTrayTest : public testing::Test, public DisplayRoom<RecordingBar> {
@@ -143,85 +140,6 @@ TEST_F(DisplayTrayTest, OnlyACallThatRangAndNobodyTookIsMissed) {
   End(*untold);
   screen.tray.OnOver(3);
   EXPECT_EQ(tray.icon, TrayIcon::kIdle);
-}
-
-TEST_F(DisplayTrayTest, TheLargeWindowShowsTheCallAndItsEnd) {
-  world.pictures["0171555"] = "/mine.jpg";
-  const auto call = Ring(1, "0171555", "Meier");
-  const MaxiContent& now = maxi.content;
-  EXPECT_EQ(now.name + now.number + now.location + now.MSNAlias + now.picture, "Meier0171555OrtPraxis/mine.jpg");
-  screen.maxi.SetEndMark(EndMark::kBlocked);
-  screen.maxi.Hide();
-  EXPECT_TRUE(maxi.isOpen && now.endMark == EndMark::kNone);  // another call has ended
-  End(*call);
-  screen.maxi.SetEndMark(EndMark::kBlocked);
-  screen.maxi.SetEndMark(EndMark::kEnded);  // of another call
-  EXPECT_EQ(now.endMark, EndMark::kBlocked);
-  screen.maxi.Hide();
-  EXPECT_FALSE(maxi.isOpen || screen.maxi.IsVisible());
-  screen.maxi.SetEndMark(EndMark::kEnded);
-  EXPECT_TRUE(!maxi.isOpen && screen.maxi.IsOpen());
-  screen.maxi.Closed();
-  EXPECT_FALSE(screen.maxi.IsOpen());
-}
-
-TEST_F(DisplayTrayTest, TheLargeWindowClosesByItsTimeOnlyWhereThatIsWanted) {
-  Ring(1, "0171555");
-  loop.Advance(seconds(100));
-  EXPECT_TRUE(maxi.isOpen);
-  settings.MaxiDisplay.HideByTime = true;
-  Ring(2, "0301234");
-  loop.Advance(seconds(9));
-  EXPECT_TRUE(maxi.isOpen);
-  loop.Advance(seconds(1));
-  EXPECT_FALSE(maxi.isOpen);
-}
-
-class TrayMenuTest : public testing::Test {
- protected:
-  // The menu as one reads it: "-" begins a group, "[x]" a mark, "(...)" what is not enabled.
-  std::vector<std::string> Menu() const {
-    std::vector<std::string> texts;
-    for (const MenuItem& item : menu.Items()) {
-      std::string text = item.isCheckable ? (item.isChecked ? "[x] " : "[ ] ") + item.text : item.text;
-      if (!item.isEnabled) text = "(" + text + ")";
-      texts.push_back(ToUtf8(item.beginsGroup ? "-" + text : text));
-    }
-    return texts;
-  }
-  void BindAll() {
-    for (int command = 0; command <= static_cast<int>(MenuCommand::kQuit); ++command)
-      menu.Bind(static_cast<MenuCommand>(command), [this, command] { run.push_back(command); });
-  }
-
-  Settings settings;
-  bool isSimulating = false;
-  std::vector<int> run;
-  TrayMenu menu{{settings, [this] { return isSimulating; }}};
-};
-
-TEST_F(TrayMenuTest, KeepsItsOrderAndShowsWhatIsOn) {
-  BindAll();
-  settings.General.CallMode_CAPI = true;
-  settings.General.BlockAll = settings.General.MenuNoMail = true;
-  isSimulating = true;
-  EXPECT_THAT(Menu(), ElementsAre("Neue Anrufe", "Journal", "Telefonbuch", "(Anrufsimulation)",
-                                  "-[x] Alle Anrufe abweisen", "[ ] Alle Anrufe abweisen (nach Zeit)", "[ ] Ruhemodus",
-                                  "[x] Keine Mails versenden", "[ ] Keine Programme starten", "-CAPI zurücksetzen",
-                                  "-Sperrliste", "Anzeige zurücksetzen", "-Einstellungen", "-Über Vorlix", "Beenden"));
-}
-
-TEST_F(TrayMenuTest, OnlyWhatStandsThereAndIsEnabledRuns) {
-  menu.Run(MenuCommand::kQuit);
-  menu.Bind(MenuCommand::kQuit, [] {});
-  menu.Bind(MenuCommand::kSilentMode, [] {});
-  EXPECT_THAT(Menu(), ElementsAre("[ ] Ruhemodus", "-Beenden"));
-  BindAll();
-  settings.General.CallMode_CAPI = false;
-  isSimulating = true;
-  for (const MenuCommand command : {MenuCommand::kSimulation, MenuCommand::kCapiReset, MenuCommand::kAbout})
-    menu.Run(command);
-  EXPECT_THAT(run, ElementsAre(static_cast<int>(MenuCommand::kAbout)));
 }
 
 }  // namespace

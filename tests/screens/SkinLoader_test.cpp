@@ -1,11 +1,9 @@
-// Skins and callers' pictures: what is found where, and what a faulty one comes to.
+#include "screens/SkinLoader.h"
+
 #include <gmock/gmock.h>
 
 #include "fakes/DisplayRoom.h"
 #include "fakes/MemoryFileStore.h"
-#include "screens/LogoFiles.h"
-#include "screens/LogoSize.h"
-#include "screens/SkinLoader.h"
 #include "services/ansi.h"
 
 namespace vorlix {
@@ -17,9 +15,9 @@ const std::string kOwn = "/data/data/designs/";
 const std::string kShipped = "/program/base/designs/";
 const std::string kPicture = "GIF89a";
 
-class PicturesTest : public testing::Test {
+class SkinLoaderTest : public testing::Test {
  protected:
-  PicturesTest() { store.AddFolder("/program"); }
+  SkinLoaderTest() { store.AddFolder("/program"); }
 
   void AddSkin(const std::string& place, const std::string& name, const std::string& settings, bool classic = false) {
     const std::string folder = place + name + "/";
@@ -42,7 +40,7 @@ class PicturesTest : public testing::Test {
   Skin skin;
 };
 
-TEST_F(PicturesTest, TheUsersOwnFolderComesFirst) {
+TEST_F(SkinLoaderTest, TheUsersOwnFolderComesFirst) {
   AddSkin(kShipped, "Default", "colorText=112233\r\ncolorMainBack=oops");
   EXPECT_TRUE(Load("Default"));
   EXPECT_EQ(skin.Picture("nobody"), kShipped + "Default/nobody.jpg");
@@ -54,7 +52,7 @@ TEST_F(PicturesTest, TheUsersOwnFolderComesFirst) {
   EXPECT_EQ(skin.colorText, 0xAABBCCU);
 }
 
-TEST_F(PicturesTest, TheVeryNameGoesBeforeOneOfAnotherCaseAndEachKindHasItsPictures) {
+TEST_F(SkinLoaderTest, TheVeryNameGoesBeforeOneOfAnotherCaseAndEachKindHasItsPictures) {
   AddSkin(kOwn, "Blue", "colorText=000001");
   AddSkin(kOwn, "blue", "colorText=000002");
   store.AddFile(kOwn + "Red/SKIN_red.INI", "[skin]\r\nmode=classic\r\n");
@@ -66,7 +64,7 @@ TEST_F(PicturesTest, TheVeryNameGoesBeforeOneOfAnotherCaseAndEachKindHasItsPictu
   EXPECT_TRUE(Load("klassik") && skin.isClassic);
 }
 
-TEST_F(PicturesTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
+TEST_F(SkinLoaderTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   AddSkin(kOwn, "Mine", "");
   store.AddFile(kOwn + "Mine/display_glass.jpg", "no picture");
   EXPECT_TRUE(Load("Mine"));
@@ -76,7 +74,7 @@ TEST_F(PicturesTest, AFirstKindOfPictureIsTakenBeforeTheSecond) {
   EXPECT_EQ(skin.Picture("display_glass"), kOwn + "Mine/display_glass.jpg");
 }
 
-TEST_F(PicturesTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
+TEST_F(SkinLoaderTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
   AddSkin(kOwn, "Mine", "colorText=112233");
   ASSERT_TRUE(store.Remove(kOwn + "Mine/button_bell.png"));
   store.AddFile(kOwn + "Mine/nobody.jpg", "");
@@ -88,7 +86,7 @@ TEST_F(PicturesTest, WhatIsMissingIsToldWholeAndTheNeutralLookServes) {
   EXPECT_EQ(world.tape.back(), "box nobody GIF/JPG fehlt!\r\nbutton_bell PNG fehlt!\r\n");
 }
 
-TEST_F(PicturesTest, ANameThatIsNoSkinIsAFault) {
+TEST_F(SkinLoaderTest, ANameThatIsNoSkinIsAFault) {
   AddSkin(kShipped, "Default", "");
   store.AddFile("/program/base/skin_...ini", "[skin]");
   for (const char* name : {"", "Other", "..", "../designs/Default", "a\\b"}) {
@@ -97,38 +95,10 @@ TEST_F(PicturesTest, ANameThatIsNoSkinIsAFault) {
   }
 }
 
-TEST_F(PicturesTest, ColoursHaveSixDigits) {
+TEST_F(SkinLoaderTest, ColoursHaveSixDigits) {
   for (const char* text : {"12345", "1234567", "12345g"})
     EXPECT_EQ(HexToLong(text, 7), 7U) << text;
   EXPECT_EQ(HexToLong("fF8000", 7), 0xFF8000U);
-}
-
-TEST_F(PicturesTest, ACallersPictureLiesInItsFolderAndNowhereElse) {
-  store.AddFile("/data/data/callerpics/meier.jpg", "x");
-  store.AddFile("/data/secret.jpg", "x");
-  LogoFiles logos({store, folders, [](const std::string& number) { return number == "0171" ? "/net.png" : ""; },
-                   [](const std::string&) { return "/flag.png"; }});
-  const auto picture = [&](const std::string& image) {
-    oDataCall call;
-    call.MutableCard().BookVCsImage = image;
-    return logos.BookPicture(call);
-  };
-  EXPECT_EQ(picture("meier.jpg"), "/data/data/callerpics/meier.jpg");
-  for (const char* image : {"", "gone.jpg", "../../secret.jpg", R"(..\..\secret.jpg)"}) {
-    EXPECT_EQ(picture(image), "");
-  }
-  EXPECT_EQ(logos.NumberPicture("0171"), "/net.png");
-  EXPECT_EQ(logos.NumberPicture("0044"), "/flag.png");
-}
-
-TEST(LogoSizeTest, APictureThatIsTooLargeIsScaledByItsLargerOverhang) {
-  const std::pair<PictureSize, PictureSize> rows[] = {{{40, 20}, {40, 20}},
-                                                      {{100, 40}, {100, 40}},
-                                                      {{200, 40}, {100, 20}},
-                                                      {{200, 160}, {50, 40}},
-                                                      {{5000, 1}, {100, 1}}};
-  for (const auto& [picture, shown] : rows)
-    EXPECT_EQ(LogoSize(picture, {100, 40}), shown) << picture.width;
 }
 
 }  // namespace

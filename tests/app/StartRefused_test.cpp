@@ -1,5 +1,4 @@
-// Starts out of the ordinary: an endpoint that cannot be made, a user who leaves off, data files that have lost their
-// content.
+// Starts that do not come about: an endpoint that cannot be made, a user who leaves off.
 #include <pty.h>
 
 #include <gmock/gmock.h>
@@ -11,7 +10,7 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(Start, WithoutAnEndpointTheProgramSaysWhyAndFails) {
+TEST(StartRefused, WithoutAnEndpointTheProgramSaysWhyAndFails) {
   const TemporaryFolder folder;
   const TemporaryVariable tooLong("XDG_RUNTIME_DIR", folder.Path() + std::string(100, '/'));
   RunningVorlix program(folder.Path());
@@ -20,7 +19,7 @@ TEST(Start, WithoutAnEndpointTheProgramSaysWhyAndFails) {
   EXPECT_THAT(FileText(folder / "log/error.log"), HasSubstr("File name too long"));
 }
 
-TEST(Start, ASignalEndsTheQuestionsOfAFirstStartAndNothingIsWritten) {
+TEST(StartRefused, ASignalEndsTheQuestionsOfAFirstStartAndNothingIsWritten) {
   for (const bool isOnDesktop : {false, true}) {
     const TemporaryFolder folder;
     const TemporaryVariable platform("QT_QPA_PLATFORM", "offscreen");
@@ -45,27 +44,6 @@ TEST(Start, ASignalEndsTheQuestionsOfAFirstStartAndNothingIsWritten) {
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << shown;
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
   }
-}
-
-// What lost its content takes nothing from its backups.
-TEST(Start, SettingsComeBackAndAnEmptyBookAndNoJournalPushNoGenerationOut) {
-  const TemporaryFolder folder;
-  const auto at = [&](const std::string& name) { return folder / ("data/" + name); };
-  WriteFile(at("Vorlix.ini"), std::string(300, '\0'));
-  WriteFile(at("Vorlix.ini.bak"),
-            "[Vorlix-Version]\r\nVersion=v3.00\r\n[General]\r\nCallMode_CAPI=0\r\nmyVWO=4711\r\n");
-  WriteFile(at("Vorlixbook.txt"), "");
-  const std::string books[] = {"Vorlixbook", "Vorlixjournal"};
-  for (const std::string& name : books) {
-    WriteFile(at(name + ".bak"), "good");
-    WriteFile(at(name + ".b08"), "oldest");
-  }
-  RunningVorlix program(folder.Path());
-  EXPECT_TRUE(program.Shows("wiederhergestellt!") && program.Shows("Datenordner"));
-  EXPECT_EQ(program.End(), 0);
-  EXPECT_THAT(FileText(at("Vorlix.ini")), HasSubstr("myVWO=4711"));
-  for (const std::string& name : books)
-    EXPECT_EQ(FileText(at(name + ".bak")) + FileText(at(name + ".b08")), "goodoldest");
 }
 
 }  // namespace
