@@ -41,7 +41,7 @@ void HideRules::DisplayResize() {
   });
 }
 
-// Over a game nothing comes out, also not to show that the game's own player is being called.
+// Over a game nothing comes out.
 bool HideRules::PopsUp() const {
   const auto& general = ports_.settings.General;
   return !general.SilentMode && !general.AsBaloon && !ports_.games.fAnzeigeVerboten();
