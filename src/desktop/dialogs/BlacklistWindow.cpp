@@ -168,7 +168,7 @@ void BlacklistWindow::Close() {
 }
 
 void BlacklistWindow::KeepPlace() {
-  if (window_ && window_->isVisible()) place_.Keep(*window_);
+  place_.Keep(window_.get());
 }
 
 }  // namespace vorlix

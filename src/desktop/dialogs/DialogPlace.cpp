@@ -14,11 +14,12 @@ void DialogPlace::Restore(QWidget& window) const {
   if (screen) window.move(corner);
 }
 
-void DialogPlace::Keep(const QWidget& window) const {
-  left = window.x();
-  top = window.y();
-  width = window.width();
-  height = window.height();
+void DialogPlace::Keep(const QWidget* window) const {
+  if (window == nullptr || !window->isVisible()) return;
+  left = window->x();
+  top = window->y();
+  width = window->width();
+  height = window->height();
 }
 
 }  // namespace vorlix

@@ -13,7 +13,8 @@ struct DialogPlace {
   int& height;
 
   void Restore(QWidget& window) const;
-  void Keep(const QWidget& window) const;
+  // Does nothing for a window that is not open.
+  void Keep(const QWidget* window) const;
 };
 
 }  // namespace vorlix

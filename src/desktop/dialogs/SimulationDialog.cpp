@@ -170,7 +170,7 @@ void SimulationDialog::ShowState() {
 }
 
 void SimulationDialog::KeepPlace() {
-  if (window_ && window_->isVisible()) place_.Keep(*window_);
+  place_.Keep(window_.get());
 }
 
 }  // namespace vorlix
