@@ -96,17 +96,22 @@ int RunOnDesktop(const SignalBlock& block, const CommandLine& line, const Folder
   NoLines lines;
   return RunProgram(screen.Loop(), screen, lines, block, line, surroundings);
 }
+
+bool HasDesktop() {
+  return IsDesktopAvailable();
+}
+#else
+constexpr auto RunOnDesktop = RunOnTerminal;
+
+bool HasDesktop() {
+  return false;
+}
 #endif
 
 int Run(const CommandLine& line, const Folders::Surroundings& surroundings) {
-#ifdef VORLIX_DESKTOP
-  const bool onDesktop = !line.console && IsDesktopAvailable();
+  const bool onDesktop = !line.console && HasDesktop();
   const SignalBlock block;  // the toolkit begins threads of its own
-  if (onDesktop) return RunOnDesktop(block, line, surroundings);
-#else
-  const SignalBlock block;
-#endif
-  return RunOnTerminal(block, line, surroundings);
+  return (onDesktop ? RunOnDesktop : RunOnTerminal)(block, line, surroundings);
 }
 
 }  // namespace
